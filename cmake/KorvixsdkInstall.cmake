@@ -1,0 +1,36 @@
+include(CMakePackageConfigHelpers)
+
+install(
+  TARGETS korvixsdk
+  EXPORT korvixsdk
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/korvixsdk
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/korvixsdk)
+install(
+  EXPORT korvixsdk
+  NAMESPACE korvixsdk::
+  FILE korvixsdk-targets.cmake
+  DESTINATION ${package_folder})
+configure_package_config_file(
+  ${PROJECT_SOURCE_DIR}/cmake/korvixsdk-config.cmake.in
+  ${PROJECT_BINARY_DIR}/korvixsdk-config.cmake INSTALL_DESTINATION ${package_folder})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/korvixsdk-config-version.cmake
+                                 COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/korvixsdk-config.cmake
+              ${PROJECT_BINARY_DIR}/korvixsdk-config-version.cmake
+        DESTINATION ${package_folder})
+
+# The folder that holds the .pc file tells where everything else is, so that an installed tree may
+# be moved.
+file(RELATIVE_PATH KORVIXSDK_PC_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+if(WIN32)
+  set(KORVIXSDK_PC_LIBRARY KorvixSDK)
+else()
+  set(KORVIXSDK_PC_LIBRARY korvixsdk)
+endif()
+configure_file(${PROJECT_SOURCE_DIR}/cmake/korvixsdk.pc.in ${PROJECT_BINARY_DIR}/korvixsdk.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/korvixsdk.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,0 +1,46 @@
+#ifndef KORVIXSDK_CLIENT_SERVICE_H_
+#define KORVIXSDK_CLIENT_SERVICE_H_
+
+/// \file
+/// \brief `IClientService`: the core service behind the facade.
+
+#include <string>
+
+#include "korvixsdk/error.h"
+#include "korvixsdk/prepared_update.h"
+#include "korvixsdk/result.h"
+#include "korvixsdk/sdk_config.h"
+#include "korvixsdk/server_result.h"
+#include "korvixsdk/update_info.h"
+
+namespace korvixsdk {
+
+/// The operations that `KorvixSDK` forwards to; see there for their meaning and their errors. A
+/// host that passes its own implementation to `KorvixSDK` takes over all of them.
+///
+/// The default implementation takes no lock: one service must not be called from two threads at
+/// once. An implementation must not throw.
+class IClientService {
+ public:
+  virtual ~IClientService() = default;
+
+  /// See `KorvixSDK::Init`.
+  virtual Error Init(const SDKConfig& config) = 0;
+  /// See `KorvixSDK::GetDeviceId`.
+  virtual Result<std::string> GetDeviceId() = 0;
+  /// See `KorvixSDK::CheckForUpdate`.
+  virtual Result<UpdateInfo> CheckForUpdate() = 0;
+  /// See `KorvixSDK::ReportInstall`.
+  virtual Result<ServerResult> ReportInstall() = 0;
+  /// See `KorvixSDK::PrepareUpdate`.
+  virtual Result<PreparedUpdate> PrepareUpdate(const UpdateInfo& info) = 0;
+  /// See `KorvixSDK::LaunchPreparedUpdate`.
+  virtual Error LaunchPreparedUpdate(const PreparedUpdate& prepared,
+                                     const std::string& updater_path) = 0;
+  /// See `KorvixSDK::GetLastError`.
+  virtual std::string GetLastError() const = 0;
+};
+
+}  // namespace korvixsdk
+
+#endif  // KORVIXSDK_CLIENT_SERVICE_H_

@@ -1,0 +1,31 @@
+#ifndef KORVIXSDK_CRYPTO_PROVIDER_H_
+#define KORVIXSDK_CRYPTO_PROVIDER_H_
+
+/// \file
+/// \brief `ICryptoProvider`: SHA-256.
+
+#include <string>
+
+#include "korvixsdk/result.h"
+
+namespace korvixsdk {
+
+/// Computes digests. The default implementation asks the operating system (CNG on Windows, OpenSSL
+/// on Linux), keeps nothing between calls and may be called from any thread. An implementation must
+/// not throw.
+class ICryptoProvider {
+ public:
+  virtual ~ICryptoProvider() = default;
+
+  /// SHA-256 (FIPS 180-4) of `data`, over its full length, zero bytes included.
+  /// \return 64 lowercase hexadecimal digits in digest byte order, or `kPlatformError` with one of
+  ///   "BCryptOpenAlgorithmProvider failed", "BCryptGetProperty(object_length) failed",
+  ///   "BCryptGetProperty(hash_length) failed", "BCryptCreateHash failed",
+  ///   "BCryptHashData failed", "BCryptFinishHash failed" (the same texts on every platform).
+  /// Blocks for the computation, in proportion to the length.
+  virtual Result<std::string> Sha256Hex(const std::string& data) = 0;
+};
+
+}  // namespace korvixsdk
+
+#endif  // KORVIXSDK_CRYPTO_PROVIDER_H_

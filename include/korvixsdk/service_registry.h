@@ -1,0 +1,55 @@
+#ifndef KORVIXSDK_SERVICE_REGISTRY_H_
+#define KORVIXSDK_SERVICE_REGISTRY_H_
+
+/// \file
+/// \brief `ServiceRegistry`: one shared pointer for each service.
+
+#include <memory>
+
+#include "korvixsdk/client_service.h"
+#include "korvixsdk/crypto_provider.h"
+#include "korvixsdk/device_id_provider.h"
+#include "korvixsdk/file_system_provider.h"
+#include "korvixsdk/logger.h"
+#include "korvixsdk/network_client.h"
+#include "korvixsdk/time_provider.h"
+#include "korvixsdk/update_package_service.h"
+#include "korvixsdk/update_policy.h"
+
+namespace korvixsdk {
+
+/// The services that the library works with; null means unset.
+///
+/// A host that puts its own registry into `SDKConfig::services` sets the members it wants to
+/// replace; `KorvixSDK::Init` fills the others with the defaults and never replaces one that is
+/// set, but for `logger` when `SDKConfig::logger` is set too.
+///
+/// Ownership: the default core service and the default package service hold a strong reference to
+/// the registry that owns them. A filled registry therefore lives until the process ends, or until
+/// the host resets `client_service` and `update_package_service`.
+///
+/// Threads: no lock. Do not change a registry while a facade that uses it is in a call.
+struct ServiceRegistry {
+  /// Default: drops every line.
+  std::shared_ptr<ILogger> logger{};
+  /// Default: the system clock.
+  std::shared_ptr<ITimeProvider> time_provider{};
+  /// Default: the file system.
+  std::shared_ptr<IFileSystemProvider> file_system{};
+  /// Default: the operating system's SHA-256.
+  std::shared_ptr<ICryptoProvider> crypto{};
+  /// Default: machine GUID and computer name, with a file as fallback.
+  std::shared_ptr<IDeviceIdProvider> device_id_provider{};
+  /// Default: libcurl, or the mock server for "mock://" addresses.
+  std::shared_ptr<INetworkClient> network_client{};
+  /// Default: numeric comparison of dotted versions.
+  std::shared_ptr<IUpdatePolicy> update_policy{};
+  /// Default: libcurl download, SHA-256 check, detached start.
+  std::shared_ptr<IUpdatePackageService> update_package_service{};
+  /// Default: the core service, built last, from this very registry.
+  std::shared_ptr<IClientService> client_service{};
+};
+
+}  // namespace korvixsdk
+
+#endif  // KORVIXSDK_SERVICE_REGISTRY_H_

@@ -1,0 +1,24 @@
+#ifndef KORVIXSDK_TIME_PROVIDER_H_
+#define KORVIXSDK_TIME_PROVIDER_H_
+
+/// \file
+/// \brief `ITimeProvider`: the wall clock.
+
+#include <cstdint>
+
+namespace korvixsdk {
+
+/// Tells the time of day. The default implementation reads the system clock at every call, has no
+/// state and may be called from any thread. An implementation must not throw.
+class ITimeProvider {
+ public:
+  virtual ~ITimeProvider() = default;
+
+  /// Whole seconds since 1970-01-01 00:00:00 UTC, fractions cut off. Not monotonic: it follows
+  /// every adjustment of the system clock.
+  virtual std::int64_t NowUnixSeconds() = 0;
+};
+
+}  // namespace korvixsdk
+
+#endif  // KORVIXSDK_TIME_PROVIDER_H_

@@ -1,0 +1,56 @@
+#ifndef KORVIXSDK_UPDATE_PACKAGE_SERVICE_H_
+#define KORVIXSDK_UPDATE_PACKAGE_SERVICE_H_
+
+/// \file
+/// \brief `IUpdatePackageService`: from an offer to a running updater.
+
+#include <string>
+
+#include "korvixsdk/error.h"
+#include "korvixsdk/prepared_update.h"
+#include "korvixsdk/result.h"
+#include "korvixsdk/update_info.h"
+
+namespace korvixsdk {
+
+/// Downloads and verifies a package and starts the host's updater on it.
+///
+/// The default implementation holds the whole package in memory and takes no lock; two threads that
+/// prepare the same address at once write the same file. An implementation must not throw.
+class IUpdatePackageService {
+ public:
+  virtual ~IUpdatePackageService() = default;
+
+  /// Downloads `info.download_url` into the folder "updates" under `cache_dir`, to a file named
+  /// after the address's last path segment ("update_package.bin" when there is none), and compares
+  /// its SHA-256 with `info.sha256`. An empty `info.sha256` skips the comparison.
+  ///
+  /// \return the package, or
+  ///   `kInvalidArgument` "UpdateInfo.download_url must not be empty";
+  ///   `kInvalidState` "Update package service dependencies are not configured";
+  ///   `kNetworkError` "Failed to initialize libcurl for update download",
+  ///   "Update download failed: " + libcurl's text,
+  ///   "Update download returned HTTP status " + status, "Mock update download is offline";
+  ///   the file system's or the crypto provider's error, unchanged;
+  ///   `kHashMismatch` "Downloaded update package sha256 mismatch", in which case the value is
+  ///   filled (both flags false) and the file stays in place.
+  /// Blocks for the transfer (at most 30 seconds), then on the disk.
+  virtual Result<PreparedUpdate> Prepare(const UpdateInfo& info, const std::string& cache_dir) = 0;
+
+  /// Starts `updater_path` with the package's path as its only argument and returns at once; the
+  /// updater is never waited for. Paths that begin with "mock://launch-ok" or "mock://launch-fail"
+  /// select that outcome without starting anything.
+  ///
+  /// \param prepared `ready` and `package_path` are read.
+  /// \param updater_path narrow text, handed to the operating system as it is.
+  /// \return success, or
+  ///   `kInvalidArgument` "Prepared update is not ready", "updater_path must not be empty";
+  ///   `kInvalidState` "Mock updater launch failed", "File system service is not configured",
+  ///   "Prepared update package does not exist", "Failed to launch updater process";
+  ///   `kNotFound` "Updater executable was not found".
+  virtual Error Launch(const PreparedUpdate& prepared, const std::string& updater_path) = 0;
+};
+
+}  // namespace korvixsdk
+
+#endif  // KORVIXSDK_UPDATE_PACKAGE_SERVICE_H_

@@ -1,0 +1,28 @@
+#ifndef KORVIXSDK_UPDATE_POLICY_H_
+#define KORVIXSDK_UPDATE_POLICY_H_
+
+/// \file
+/// \brief `IUpdatePolicy`: which of two versions is newer.
+
+#include <string>
+
+namespace korvixsdk {
+
+/// Compares versions. The default implementation has no state, may be called from any thread and
+/// never blocks. An implementation must not throw.
+class IUpdatePolicy {
+ public:
+  virtual ~IUpdatePolicy() = default;
+
+  /// True when `candidate_version` is strictly newer than `current_version`.
+  ///
+  /// The default compares dot-separated decimal components as numbers, a missing one counting as
+  /// zero ("1.2" equals "1.2.0"). A text with anything but digits and single dots between them, or
+  /// with a component above 2147483647, is not a version; then the answer is false.
+  virtual bool IsNewerVersion(const std::string& current_version,
+                              const std::string& candidate_version) = 0;
+};
+
+}  // namespace korvixsdk
+
+#endif  // KORVIXSDK_UPDATE_POLICY_H_

@@ -1,0 +1,68 @@
+# Shared by the scripts; sourced, not run.
+
+set -euo pipefail
+top=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+cd "$top"
+
+fail() {
+  echo "$0: $*" >&2
+  exit 1
+}
+
+as_root() {
+  if [ "$(id -u)" = 0 ]; then "$@"; else sudo -n "$@"; fi
+}
+
+# install_packages STEP...: installs what scripts/packages.txt lists for these steps and the
+# machine lacks. Asks for nothing.
+install_packages() {
+  local wanted=() missing=() name step needs
+  while read -r name needs; do
+    for step in "$@"; do
+      if [[ " $needs " == *" $step "* ]]; then
+        wanted+=("$name")
+        break
+      fi
+    done
+  done < <(sed -e 's/#.*//' -e '/^[[:space:]]*$/d' -e 's/[[:space:]]\+/ /g' scripts/packages.txt)
+  for name in "${wanted[@]}"; do
+    dpkg-query -W -f='${db:Status-Abbrev}' "$name" 2>/dev/null | grep -q '^ii' || missing+=("$name")
+  done
+  [ ${#missing[@]} = 0 ] && return
+  command -v apt-get >/dev/null || fail "needs these packages, and apt-get to install them: ${missing[*]}"
+  echo "Installing: ${missing[*]}" >&2
+  # RUNLEVEL=1: a service that comes with a package is not started.
+  local run=(env DEBIAN_FRONTEND=noninteractive RUNLEVEL=1 apt-get -q -y)
+  as_root "${run[@]}" update >&2 </dev/null || fail "apt-get update failed"
+  as_root "${run[@]}" --no-install-recommends install "${missing[@]}" >&2 </dev/null ||
+    fail "apt-get could not install: ${missing[*]}"
+}
+
+jobs_at_once() { nproc; }
+
+# configure_and_build PRESET [CMAKE-OPTION...]
+configure_and_build() {
+  local preset=$1
+  shift
+  cmake --preset "$preset" "$@"
+  cmake --build "build/$preset" --parallel "$(jobs_at_once)"
+}
+
+# Exports where libcurl for Windows is, building it first where the cache has none.
+use_windows_curl() {
+  KORVIXSDK_CURL_PREFIX=$(scripts/lib/windows-curl) || fail "libcurl for Windows could not be built"
+  export KORVIXSDK_CURL_PREFIX
+}
+
+# start_wine FOLDER: a fresh private prefix whose server stays until stop_wine.
+start_wine() {
+  export WINEPREFIX=$1
+  rm -rf "$WINEPREFIX"
+  mkdir -p "$WINEPREFIX"
+  scripts/lib/wine-run wineboot --init >/dev/null 2>&1 || fail "Wine could not make its prefix"
+  wineserver -p
+}
+
+stop_wine() {
+  [ -z "${WINEPREFIX:-}" ] || wineserver -k || true
+}

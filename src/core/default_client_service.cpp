@@ -1,0 +1,210 @@
+#include "core/default_client_service.h"
+
+#include <filesystem>
+#include <optional>
+#include <utility>
+
+#include "network/default_network_client.h"
+#include "platform/native_file.h"
+#include "platform/native_path.h"
+#include "platform/placeholder_device_id_provider.h"
+
+namespace korvixsdk {
+namespace {
+
+constexpr char kNoNetworkClient[] = "Network client is not configured";
+constexpr char kNoPackageService[] = "Update package service is not configured";
+
+const char* BoolText(bool value) { return value ? "true" : "false"; }
+
+/// The first required text of the configuration that is empty, as the message that says so.
+const char* MissingField(const SDKConfig& config) {
+  if (config.product_id.empty()) return "SDKConfig.product_id must not be empty";
+  if (config.version.empty()) return "SDKConfig.version must not be empty";
+  if (config.cache_dir.empty()) return "SDKConfig.cache_dir must not be empty";
+  return nullptr;
+}
+
+bool CreateCacheDirectory(const std::string& cache_dir) {
+  const std::optional<std::filesystem::path> native = NativePathFromNarrow(cache_dir);
+  return native && CreateDirectoryChain(*native);
+}
+
+}  // namespace
+
+DefaultClientService::DefaultClientService(std::shared_ptr<ServiceRegistry> services)
+    : services_(std::move(services)) {}
+
+Error DefaultClientService::Init(const SDKConfig& config) {
+  if (const char* const missing = MissingField(config)) {
+    LogError(std::string("Init failed: ") + missing);
+    return Error{kInvalidArgument, missing};
+  }
+  if (!services_ || !services_->time_provider) {
+    LogError("Init failed: required services are not configured");
+    return Error{kInvalidState, "Required services are not configured"};
+  }
+  config_ = config;
+  SetDefaultFallbackIdPath(config.fallback_device_id_path);
+  last_error_.clear();
+  LogInfo("Init requested for product_id=" + config.product_id + ", version=" + config.version);
+
+  if (!CreateCacheDirectory(config.cache_dir)) {
+    Error error{kInvalidState, "Failed to create cache directory: " + config.cache_dir};
+    LogError(error.message);
+    return error;
+  }
+  const auto client = std::dynamic_pointer_cast<DefaultNetworkClient>(services_->network_client);
+  if (client) client->server_base_url = config.server_base_url;
+  initialized_ = true;
+  last_error_.clear();
+  LogInfo("SDK init success, cache_dir=" + config.cache_dir);
+  return Error{};
+}
+
+Result<std::string> DefaultClientService::GetDeviceId() {
+  Result<std::string> result;
+  if (!IsInitialized(&result.error)) return result;
+  result = ResolveDeviceId();
+  if (!result.ok()) {
+    RecordFailure("GetDeviceId", result.error.message);
+    return {{}, std::move(result.error)};
+  }
+  last_error_.clear();
+  LogInfo("GetDeviceId succeeded");
+  return result;
+}
+
+Result<ServerResult> DefaultClientService::ReportInstall() {
+  Result<ServerResult> result;
+  if (!IsInitialized(&result.error)) return result;
+  if (!services_ || !services_->network_client) {
+    return {{}, Error{kInvalidState, kNoNetworkClient}};
+  }
+  Result<std::string> device_id = ResolveDeviceId();
+  if (!device_id.ok()) return {{}, std::move(device_id.error)};
+  return services_->network_client->ReportInstall(config_.product_id, device_id.value,
+                                                  config_.version);
+}
+
+Result<UpdateInfo> DefaultClientService::CheckForUpdate() {
+  Result<UpdateInfo> result;
+  if (!IsInitialized(&result.error)) return result;
+  if (!services_ || !services_->network_client) {
+    // A success with a text, on purpose: a host without a network simply sees no update.
+    last_error_ = kNoNetworkClient;
+    LogWarning(kNoNetworkClient);
+    result.value.message = kNoNetworkClient;
+    return result;
+  }
+  // Without an identifier the check goes on; the request then carries an empty one.
+  const UpdateCheckRequest request{config_.product_id, config_.version, ResolveDeviceId().value};
+  LogInfo("CheckForUpdate request started product_id=" + request.product_id +
+          ", version=" + request.version +
+          ", device_id_present=" + BoolText(!request.device_id.empty()));
+  result = services_->network_client->CheckForUpdate(request);
+  if (!result.ok()) {
+    RecordFailure("CheckForUpdate", result.error.message);
+    return {{}, std::move(result.error)};
+  }
+  const UpdateInfo& received = result.value;
+  LogInfo("CheckForUpdate response latest_version=" + received.latest_version +
+          ", min_supported_version=" + received.min_supported_version +
+          ", force_update=" + BoolText(received.force_update) +
+          ", download_url_present=" + BoolText(!received.download_url.empty()) +
+          ", last_error_present=" + BoolText(!received.message.empty()));
+  last_error_ = received.message;
+  UpdateInfo decided = Decide(std::move(result.value));
+  LogInfo(decided.has_update
+              ? "CheckForUpdate detected a newer version: " + decided.latest_version
+              : std::string("CheckForUpdate found no newer version"));
+  return {std::move(decided), Error{}};
+}
+
+Result<PreparedUpdate> DefaultClientService::PrepareUpdate(const UpdateInfo& info) {
+  Result<PreparedUpdate> result;
+  if (!IsInitialized(&result.error)) return result;
+  if (!services_ || !services_->update_package_service) {
+    return {{}, Error{kInvalidState, kNoPackageService}};
+  }
+  result = services_->update_package_service->Prepare(info, config_.cache_dir);
+  if (!result.ok()) {
+    // The value goes with the failure: after a hash mismatch it tells path and digests.
+    RecordFailure("PrepareUpdate", result.error.message);
+    return result;
+  }
+  last_error_.clear();
+  LogInfo("PrepareUpdate succeeded: " + result.value.package_path);
+  return result;
+}
+
+Error DefaultClientService::LaunchPreparedUpdate(const PreparedUpdate& prepared,
+                                                 const std::string& updater_path) {
+  Error error;
+  if (!IsInitialized(&error)) return error;
+  if (!services_ || !services_->update_package_service) {
+    return Error{kInvalidState, kNoPackageService};
+  }
+  error = services_->update_package_service->Launch(prepared, updater_path);
+  if (!error.ok()) {
+    RecordFailure("LaunchPreparedUpdate", error.message);
+    return error;
+  }
+  last_error_.clear();
+  LogInfo("LaunchPreparedUpdate succeeded");
+  return Error{};
+}
+
+std::string DefaultClientService::GetLastError() const { return last_error_; }
+
+bool DefaultClientService::IsInitialized(Error* error) const {
+  if (initialized_) return true;
+  if (error != nullptr) *error = Error{kInvalidState, "KorvixSDK is not initialized"};
+  return false;
+}
+
+Result<std::string> DefaultClientService::ResolveDeviceId() {
+  if (services_ && services_->device_id_provider) {
+    Result<std::string> device_id = services_->device_id_provider->GetDeviceId();
+    if (!device_id.ok()) return {{}, std::move(device_id.error)};
+    if (!device_id.value.empty()) return device_id;
+  }
+  return {{}, Error{kInvalidState, "Device id provider is not configured"}};
+}
+
+UpdateInfo DefaultClientService::Decide(UpdateInfo info) const {
+  IUpdatePolicy* const policy = services_->update_policy.get();
+  bool newer = false;
+  if (!info.latest_version.empty()) {
+    newer = policy != nullptr ? policy->IsNewerVersion(config_.version, info.latest_version)
+                              : info.latest_version != config_.version;
+  }
+  const bool below_minimum =
+      policy != nullptr && !info.min_supported_version.empty() &&
+      policy->IsNewerVersion(config_.version, info.min_supported_version);
+  if (below_minimum) {
+    info.force_update = true;
+    if (info.latest_version.empty()) info.latest_version = info.min_supported_version;
+  }
+  info.has_update = newer || below_minimum;
+  return info;
+}
+
+void DefaultClientService::RecordFailure(const char* operation, const std::string& message) {
+  last_error_ = message;
+  LogWarning(std::string(operation) + " failed: " + message);
+}
+
+void DefaultClientService::LogInfo(const std::string& message) const {
+  if (services_ && services_->logger) services_->logger->LogInfo(message);
+}
+
+void DefaultClientService::LogWarning(const std::string& message) const {
+  if (services_ && services_->logger) services_->logger->LogWarning(message);
+}
+
+void DefaultClientService::LogError(const std::string& message) const {
+  if (services_ && services_->logger) services_->logger->LogError(message);
+}
+
+}  // namespace korvixsdk

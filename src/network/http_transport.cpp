@@ -1,0 +1,63 @@
+#include "network/http_transport.h"
+
+#include <utility>
+
+#include "network/curl_handle.h"
+
+namespace korvixsdk {
+namespace {
+
+constexpr long kConnectTimeoutSeconds = 10;
+constexpr long kTimeoutSeconds = 20;
+
+HttpResponse Failure(ErrorCode code, std::string message) {
+  return HttpResponse{{}, Error{code, std::move(message)}};
+}
+
+std::size_t CollectBody(char* data, std::size_t size, std::size_t count, void* body) noexcept {
+  if (body == nullptr) return 0;
+  return AppendBlock(data, size * count, *static_cast<std::string*>(body));
+}
+
+}  // namespace
+
+HttpResponse PerformGet(const std::string& server_base_url, const std::string& path,
+                        const QueryParameters& params) {
+  Result<std::string> url = BuildUrl(server_base_url, path, params);
+  if (!url.ok()) return HttpResponse{{}, std::move(url.error)};
+
+  HttpResponse response;
+  long status = 0;
+  {
+    const CurlHandle handle = MakeCurlHandle();
+    if (!handle) return Failure(kNetworkError, "Failed to initialize libcurl");
+    CURLcode result = CurlOptions(handle)
+                          .SetUrl(url.value)
+                          .Set(CURLOPT_FOLLOWLOCATION, 1L)
+                          .Set(CURLOPT_CONNECTTIMEOUT, kConnectTimeoutSeconds)
+                          .Set(CURLOPT_TIMEOUT, kTimeoutSeconds)
+                          .Set(CURLOPT_WRITEFUNCTION, &CollectBody)
+                          .Set(CURLOPT_WRITEDATA, &response.body)
+                          .result();
+    if (result == CURLE_OK) result = curl_easy_perform(handle.get());
+    if (result != CURLE_OK) {
+      return Failure(kNetworkError,
+                     std::string("HTTP request failed: ") + curl_easy_strerror(result));
+    }
+    status = HttpStatus(handle);
+  }
+  if (!IsSuccessStatus(status)) {
+    return Failure(kNetworkError, "HTTP status is not successful: " + std::to_string(status));
+  }
+  if (response.body.empty()) return Failure(kInvalidResponse, "HTTP response body is empty");
+  return response;
+}
+
+Error TransportUnavailableError(const std::string& server_base_url) {
+  if (server_base_url.empty()) {
+    return Error{kNetworkError, "Network client is not configured with server_base_url"};
+  }
+  return Error{kNetworkError, "Network request failed because the transport is unavailable"};
+}
+
+}  // namespace korvixsdk

@@ -1,0 +1,92 @@
+#include "network/mock_server.h"
+
+#include "network/http_transport.h"
+#include "network/service_code.h"
+#include "network/wall_clock.h"
+
+namespace korvixsdk {
+namespace {
+
+constexpr char kMockScheme[] = "mock://";
+constexpr std::int32_t kMockRejected = 202;
+
+bool Contains(const std::string& text, const char* word) {
+  return text.find(word) != std::string::npos;
+}
+
+ServerResult InstallAnswer(bool accepted, std::int32_t code, const char* message) {
+  ServerResult result;
+  result.success = accepted;
+  result.code = code;
+  result.message = message;
+  result.allowed = accepted;
+  result.server_time = WallClockSeconds();
+  return result;
+}
+
+/// The digest is that of the payload that mock package addresses serve. The address is an ordinary
+/// one: a host that wants the whole flow offline puts a mock package address in its place.
+UpdateInfo CannedOffer(const std::string& current_version) {
+  UpdateInfo info;
+  info.has_update = true;
+  info.latest_version = "9.9.9";
+  info.min_supported_version = current_version;
+  info.publish_time = "2026-01-20 10:48:48";
+  info.update_content = "Mock update payload";
+  info.download_url = "https://downloads.example.com/mock-update.bin";
+  info.sha256 = "25967fb5be05c8fdc451e754115e0e99fe165398e585b480b59a5c69428b1e16";
+  return info;
+}
+
+}  // namespace
+
+bool IsMockUrl(const std::string& server_base_url) {
+  return server_base_url.rfind(kMockScheme, 0) == 0;
+}
+
+MockMode ClassifyMockUrl(const std::string& server_base_url) {
+  if (Contains(server_base_url, "offline")) return MockMode::kOffline;
+  if (Contains(server_base_url, "reject")) return MockMode::kReject;
+  if (Contains(server_base_url, "invalid")) return MockMode::kInvalid;
+  return MockMode::kNormal;
+}
+
+Result<ServerResult> MockReportInstall(const std::string& server_base_url,
+                                       const std::string& product_id, const std::string& device_id,
+                                       const std::string& version) {
+  switch (ClassifyMockUrl(server_base_url)) {
+    case MockMode::kOffline:
+      return {{}, TransportUnavailableError(server_base_url)};
+    case MockMode::kInvalid:
+      return {{}, Error{kInvalidResponse, "Mock install response is invalid"}};
+    case MockMode::kReject:
+      return {InstallAnswer(false, kMockRejected, "Mock server rejected install tracking request"),
+              Error{}};
+    case MockMode::kNormal:
+      break;
+  }
+  const bool complete = !product_id.empty() && !device_id.empty() && !version.empty();
+  // The code says accepted even when a field is missing.
+  return {InstallAnswer(complete, kServiceAccepted,
+                        complete ? "Success" : "Missing mock install fields"),
+          Error{}};
+}
+
+Result<UpdateInfo> MockCheckForUpdate(const std::string& server_base_url,
+                                      const UpdateCheckRequest& request) {
+  switch (ClassifyMockUrl(server_base_url)) {
+    case MockMode::kOffline:
+      return {{}, TransportUnavailableError(server_base_url)};
+    case MockMode::kInvalid:
+      return {{}, Error{kInvalidResponse, "Mock update response is invalid"}};
+    case MockMode::kReject:
+    case MockMode::kNormal:
+      break;
+  }
+  if (request.product_id.empty() || request.version.empty()) {
+    return {{}, Error{kInvalidArgument, "Mock update request is missing required fields"}};
+  }
+  return {CannedOffer(request.version), Error{}};
+}
+
+}  // namespace korvixsdk

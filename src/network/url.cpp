@@ -1,0 +1,46 @@
+#include "network/url.h"
+
+#include <climits>
+#include <memory>
+
+#include "network/curl_handle.h"
+
+namespace korvixsdk {
+namespace {
+
+struct CurlFree {
+  void operator()(char* text) const { curl_free(text); }
+};
+using CurlText = std::unique_ptr<char, CurlFree>;
+
+/// The length is given, so that zero bytes are encoded too; libcurl counts in int.
+CurlText PercentEncode(const CurlHandle& handle, const std::string& value) {
+  if (value.size() > INT_MAX) return nullptr;
+  return CurlText(curl_easy_escape(handle.get(), value.data(), static_cast<int>(value.size())));
+}
+
+}  // namespace
+
+Result<std::string> BuildUrl(const std::string& server_base_url, const std::string& path,
+                             const QueryParameters& params) {
+  const CurlHandle handle = MakeCurlHandle();
+  if (!handle) return {{}, Error{kNetworkError, "Failed to initialize libcurl"}};
+
+  std::string url = server_base_url;
+  if (!url.empty() && url.back() == '/' && !path.empty() && path.front() == '/') url.pop_back();
+  url += path;
+
+  char separator = '?';
+  for (const auto& [key, value] : params) {
+    const CurlText encoded = PercentEncode(handle, value);
+    if (!encoded) return {{}, Error{kNetworkError, "Failed to URL-encode query parameter"}};
+    url += separator;
+    url += key;
+    url += '=';
+    url += encoded.get();
+    separator = '&';
+  }
+  return {std::move(url), Error{}};
+}
+
+}  // namespace korvixsdk

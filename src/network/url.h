@@ -1,0 +1,26 @@
+#ifndef KORVIXSDK_NETWORK_URL_H_
+#define KORVIXSDK_NETWORK_URL_H_
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "korvixsdk/result.h"
+
+namespace korvixsdk {
+
+/// Key and value, in the order in which they are sent.
+using QueryParameters = std::vector<std::pair<std::string, std::string>>;
+
+/// Joins base address, path and query. One slash is dropped where the base ends in one and the path
+/// begins with one; nothing else is normalised. Values are percent-encoded (RFC 3986: all but the
+/// unreserved characters), keys are not.
+///
+/// \return the URL, or kNetworkError "Failed to initialize libcurl" or
+///   "Failed to URL-encode query parameter".
+Result<std::string> BuildUrl(const std::string& server_base_url, const std::string& path,
+                             const QueryParameters& params);
+
+}  // namespace korvixsdk
+
+#endif  // KORVIXSDK_NETWORK_URL_H_

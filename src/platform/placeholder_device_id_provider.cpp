@@ -1,0 +1,142 @@
+#include "platform/placeholder_device_id_provider.h"
+
+#include <charconv>
+#include <filesystem>
+#include <mutex>
+#include <optional>
+#include <utility>
+
+#include "platform/ascii.h"
+#include "platform/machine_identity.h"
+#include "platform/native_file.h"
+#include "platform/native_path.h"
+
+namespace korvixsdk {
+namespace {
+
+constexpr char kMachineGuidLabel[] = "machine_guid:";
+constexpr char kComputerNameLabel[] = "computer_name:";
+constexpr char kSourceSeparator = '|';
+constexpr char kFingerprintPrefix[] = "win-";
+constexpr char kFallbackPrefix[] = "guid-";
+
+std::mutex default_fallback_id_path_mutex;
+std::string defaultFallbackIdPath;
+
+Error PlatformError(const char* message) { return Error{kPlatformError, message}; }
+
+/// A property that cannot be read, or is blank, is left out.
+void AppendSource(const char* label, Result<std::string> property,
+                  std::vector<std::string>& sources) {
+  if (!property.ok()) return;
+  const std::string folded = FoldAsciiToLower(std::move(property.value));
+  const std::string_view value = TrimAscii(folded);
+  if (!value.empty()) sources.push_back(std::string(label).append(value));
+}
+
+std::string Join(const std::vector<std::string>& sources) {
+  std::string joined;
+  for (const std::string& source : sources) {
+    if (!joined.empty()) joined += kSourceSeparator;
+    joined += source;
+  }
+  return joined;
+}
+
+/// Lowercase hexadecimal without padding: a small hash has fewer than 16 digits.
+std::string HexText(std::uint64_t value) {
+  char digits[16];
+  const std::to_chars_result end = std::to_chars(digits, digits + sizeof(digits), value, 16);
+  return std::string(digits, end.ptr);
+}
+
+/// The stored identifier, whatever its form; empty when there is none to read.
+std::string ReadStoredId(const std::filesystem::path& path) {
+  std::string content;
+  if (ReadWholeFile(path, content) != FileOutcome::kDone) return {};
+  return std::string(TrimAscii(content));
+}
+
+Error StoreId(const std::optional<std::filesystem::path>& path, const std::string& id) {
+  if (!path) return PlatformError("Failed to write fallback device id");
+  const std::filesystem::path parent = path->parent_path();
+  if (!parent.empty() && !CreateDirectoryChain(parent)) {
+    return PlatformError("Failed to create fallback device id directory");
+  }
+  switch (WriteWholeFile(*path, id)) {
+    case FileOutcome::kNotOpened:
+      return PlatformError("Failed to write fallback device id");
+    case FileOutcome::kFailed:
+      return PlatformError("Failed to persist fallback device id");
+    case FileOutcome::kDone:
+      break;
+  }
+  return Error{};
+}
+
+}  // namespace
+
+void SetDefaultFallbackIdPath(const std::string& path) {
+  const std::lock_guard<std::mutex> lock(default_fallback_id_path_mutex);
+  defaultFallbackIdPath = path;
+}
+
+std::string DefaultFallbackIdPath() {
+  const std::lock_guard<std::mutex> lock(default_fallback_id_path_mutex);
+  return defaultFallbackIdPath;
+}
+
+std::uint64_t Fnv1a64(std::string_view text) {
+  std::uint64_t hash = 0xcbf29ce484222325u;
+  for (const char c : text) {
+    hash ^= static_cast<unsigned char>(c);
+    hash *= 0x100000001b3u;
+  }
+  return hash;
+}
+
+PlaceholderDeviceIdProvider::PlaceholderDeviceIdProvider(std::string fallback_id_path)
+    : fallbackIdPath(std::move(fallback_id_path)) {}
+
+Result<std::string> PlaceholderDeviceIdProvider::GetDeviceId() {
+  const Result<std::vector<std::string>> sources = CollectFingerprintSources();
+  if (!sources.ok()) return FallbackId();
+  const std::string joined = Join(sources.value);
+  if (joined.empty()) return FallbackId();
+  return Result<std::string>{kFingerprintPrefix + HexText(Fnv1a64(joined)), Error{}};
+}
+
+Result<std::vector<std::string>> PlaceholderDeviceIdProvider::CollectFingerprintSources() {
+  Result<std::vector<std::string>> sources;
+  if (forceSourcesUnavailable) {
+    sources.error = PlatformError("Device fingerprint sources are forced unavailable");
+    return sources;
+  }
+  AppendSource(kMachineGuidLabel, ReadMachineGuid(), sources.value);
+  AppendSource(kComputerNameLabel, ReadComputerName(), sources.value);
+  if (sources.value.empty()) {
+    sources.error = PlatformError("Unable to collect any stable device fingerprint sources");
+  }
+  return sources;
+}
+
+Result<std::string> PlaceholderDeviceIdProvider::FallbackId() const {
+  const std::string text = fallbackIdPath.empty() ? DefaultFallbackIdPath() : fallbackIdPath;
+  if (text.empty()) {
+    return {{}, PlatformError("No stable device fingerprint sources are available")};
+  }
+  const std::optional<std::filesystem::path> path = NativePathFromUtf8(text);
+  if (path) {
+    std::string stored = ReadStoredId(*path);
+    if (!stored.empty()) return {std::move(stored), Error{}};
+  }
+
+  const std::string guid = FoldAsciiToLower(NewGuidText());
+  if (guid.empty()) return {{}, PlatformError("Failed to generate fallback device id")};
+  std::string id = kFallbackPrefix + guid;
+  Error stored = StoreId(path, id);
+  if (!stored.ok()) return {{}, std::move(stored)};
+  return {std::move(id), Error{}};
+}
+
+}  // namespace korvixsdk

@@ -1,0 +1,62 @@
+#include "update/default_update_package_service.h"
+
+#include <utility>
+
+#include "update/package_download.h"
+#include "update/package_path.h"
+#include "update/updater_launch.h"
+
+namespace korvixsdk {
+namespace {
+
+Result<PreparedUpdate> Failure(Error error) { return {{}, std::move(error)}; }
+
+/// An exact comparison: an expected digest in uppercase never matches. None at all skips it.
+bool DigestMatches(const PreparedUpdate& prepared) {
+  return prepared.expected_sha256.empty() || prepared.expected_sha256 == prepared.actual_sha256;
+}
+
+}  // namespace
+
+DefaultUpdatePackageService::DefaultUpdatePackageService(std::shared_ptr<ServiceRegistry> services)
+    : services_(std::move(services)) {}
+
+Result<PreparedUpdate> DefaultUpdatePackageService::Prepare(const UpdateInfo& info,
+                                                            const std::string& cache_dir) {
+  if (info.download_url.empty()) {
+    return Failure(Error{kInvalidArgument, "UpdateInfo.download_url must not be empty"});
+  }
+  if (!services_ || !services_->file_system || !services_->crypto) {
+    return Failure(Error{kInvalidState, "Update package service dependencies are not configured"});
+  }
+  Error created = services_->file_system->CreateDirectories(PackageDirectory(cache_dir));
+  if (!created.ok()) return Failure(std::move(created));
+  Result<std::string> package = DownloadPackage(info.download_url);
+  if (!package.ok()) return Failure(std::move(package.error));
+
+  PreparedUpdate prepared;
+  prepared.download_url = info.download_url;
+  prepared.expected_sha256 = info.sha256;
+  prepared.package_path = PackagePath(cache_dir, info.download_url);
+  Error written = services_->file_system->WriteFile(prepared.package_path, package.value);
+  if (!written.ok()) return Failure(std::move(written));
+  Result<std::string> digest = services_->crypto->Sha256Hex(package.value);
+  if (!digest.ok()) return Failure(std::move(digest.error));
+  prepared.actual_sha256 = std::move(digest.value);
+
+  if (!DigestMatches(prepared)) {
+    prepared.message = "Downloaded update package sha256 mismatch";
+    Error mismatch{kHashMismatch, prepared.message};
+    return {std::move(prepared), std::move(mismatch)};
+  }
+  prepared.ready = true;
+  prepared.sha256_verified = true;
+  return {std::move(prepared), Error{}};
+}
+
+Error DefaultUpdatePackageService::Launch(const PreparedUpdate& prepared,
+                                          const std::string& updater_path) {
+  return LaunchUpdater(prepared, updater_path, services_ ? services_->file_system.get() : nullptr);
+}
+
+}  // namespace korvixsdk

@@ -1,0 +1,39 @@
+#include "update/updater_launch.h"
+
+#include "platform/detached_process.h"
+
+namespace korvixsdk {
+namespace {
+
+constexpr char kMockLaunchOk[] = "mock://launch-ok";
+constexpr char kMockLaunchFail[] = "mock://launch-fail";
+
+bool StartsWith(const std::string& text, const char* prefix) { return text.rfind(prefix, 0) == 0; }
+
+}  // namespace
+
+Error LaunchUpdater(const PreparedUpdate& prepared, const std::string& updater_path,
+                    IFileSystemProvider* file_system) {
+  if (!prepared.ready || prepared.package_path.empty()) {
+    return Error{kInvalidArgument, "Prepared update is not ready"};
+  }
+  if (updater_path.empty()) return Error{kInvalidArgument, "updater_path must not be empty"};
+  // Mock paths come before the files are looked at: a mock launch needs no package on disk.
+  if (StartsWith(updater_path, kMockLaunchOk)) return Error{};
+  if (StartsWith(updater_path, kMockLaunchFail)) {
+    return Error{kInvalidState, "Mock updater launch failed"};
+  }
+  if (file_system == nullptr) return Error{kInvalidState, "File system service is not configured"};
+  if (!file_system->Exists(prepared.package_path)) {
+    return Error{kInvalidState, "Prepared update package does not exist"};
+  }
+  if (!file_system->Exists(updater_path)) {
+    return Error{kNotFound, "Updater executable was not found"};
+  }
+  if (!StartDetachedProcess(updater_path, prepared.package_path)) {
+    return Error{kInvalidState, "Failed to launch updater process"};
+  }
+  return Error{};
+}
+
+}  // namespace korvixsdk
