@@ -22,9 +22,9 @@ struct ClientManagerConfig {
 /// Owns one `KorvixSDK` and builds it anew at every `Init`, for hosts that want a single object and
 /// the update check alone. No lock: use one object from one thread at a time.
 ///
-/// Every operation but `Init` fails with `kInvalidState`, "ClientManager is not initialized", unless
-/// the last `Init` succeeded. (A failed `KorvixSDK::Init`, in contrast, leaves an initialised facade
-/// initialised.)
+/// Every operation but `Init` fails with `kInvalidState`, "ClientManager is not initialized",
+/// unless the last `Init` succeeded. (A failed `KorvixSDK::Init`, in contrast, leaves an
+/// initialised facade initialised.)
 class ClientManager {
  public:
   /// An object with a default facade, not initialised.

@@ -1,6 +1,7 @@
 # Shared by the scripts; sourced, not run.
 
 set -euo pipefail
+caller_folder=$PWD
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 cd "$top"
 
@@ -59,10 +60,11 @@ start_wine() {
   export WINEPREFIX=$1
   rm -rf "$WINEPREFIX"
   mkdir -p "$WINEPREFIX"
-  scripts/lib/wine-run wineboot --init >/dev/null 2>&1 || fail "Wine could not make its prefix"
+  # First, as it refuses where a server runs already; it is there for as long as it is not stopped.
   wineserver -p
+  scripts/lib/wine-run wineboot --init >/dev/null 2>&1 || fail "Wine could not make its prefix"
 }
 
 stop_wine() {
-  [ -z "${WINEPREFIX:-}" ] || wineserver -k || true
+  [ -z "${WINEPREFIX:-}" ] || wineserver -k 2>/dev/null || true
 }

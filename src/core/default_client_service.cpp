@@ -99,9 +99,8 @@ Result<UpdateInfo> DefaultClientService::CheckForUpdate() {
   }
   // Without an identifier the check goes on; the request then carries an empty one.
   const UpdateCheckRequest request{config_.product_id, config_.version, ResolveDeviceId().value};
-  LogInfo("CheckForUpdate request started product_id=" + request.product_id +
-          ", version=" + request.version +
-          ", device_id_present=" + BoolText(!request.device_id.empty()));
+  LogInfo("CheckForUpdate request started product_id=" + request.product_id + ", version=" +
+          request.version + ", device_id_present=" + BoolText(!request.device_id.empty()));
   result = services_->network_client->CheckForUpdate(request);
   if (!result.ok()) {
     RecordFailure("CheckForUpdate", result.error.message);
@@ -115,9 +114,8 @@ Result<UpdateInfo> DefaultClientService::CheckForUpdate() {
           ", last_error_present=" + BoolText(!received.message.empty()));
   last_error_ = received.message;
   UpdateInfo decided = Decide(std::move(result.value));
-  LogInfo(decided.has_update
-              ? "CheckForUpdate detected a newer version: " + decided.latest_version
-              : std::string("CheckForUpdate found no newer version"));
+  LogInfo(decided.has_update ? "CheckForUpdate detected a newer version: " + decided.latest_version
+                             : std::string("CheckForUpdate found no newer version"));
   return {std::move(decided), Error{}};
 }
 
@@ -179,9 +177,8 @@ UpdateInfo DefaultClientService::Decide(UpdateInfo info) const {
     newer = policy != nullptr ? policy->IsNewerVersion(config_.version, info.latest_version)
                               : info.latest_version != config_.version;
   }
-  const bool below_minimum =
-      policy != nullptr && !info.min_supported_version.empty() &&
-      policy->IsNewerVersion(config_.version, info.min_supported_version);
+  const bool below_minimum = policy != nullptr && !info.min_supported_version.empty() &&
+                             policy->IsNewerVersion(config_.version, info.min_supported_version);
   if (below_minimum) {
     info.force_update = true;
     if (info.latest_version.empty()) info.latest_version = info.min_supported_version;

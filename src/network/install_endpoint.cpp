@@ -31,9 +31,9 @@ const char* DefaultMessage(bool success) {
 Result<ServerResult> SendInstallReport(const std::string& server_base_url,
                                        const std::string& product_id, const std::string& device_id,
                                        const std::string& version) {
-  HttpResponse response = PerformGet(
-      server_base_url, kInstallPath,
-      {{"product_id", product_id}, {"device_id", device_id}, {"version", version}});
+  HttpResponse response =
+      PerformGet(server_base_url, kInstallPath,
+                 {{"product_id", product_id}, {"device_id", device_id}, {"version", version}});
   if (!response.error.ok()) return {{}, std::move(response.error)};
   return ReadInstallReply(response.body);
 }

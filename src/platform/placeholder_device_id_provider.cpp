@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <mutex>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 #include "platform/ascii.h"
@@ -50,8 +51,11 @@ std::string HexText(std::uint64_t value) {
   return std::string(digits, end.ptr);
 }
 
-/// The stored identifier, whatever its form; empty when there is none to read.
+/// The stored identifier, whatever its form; empty when there is none to read. Devices and pipes,
+/// whose reading might never end, hold none.
 std::string ReadStoredId(const std::filesystem::path& path) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(path, error)) return {};
   std::string content;
   if (ReadWholeFile(path, content) != FileOutcome::kDone) return {};
   return std::string(TrimAscii(content));

@@ -1,6 +1,7 @@
 #include "platform/default_crypto_provider.h"
 
-// clang-format off: bcrypt.h needs windows.h before it.
+// bcrypt.h needs windows.h before it.
+// clang-format off
 #include "platform/windows/windows_headers.h"
 #include <bcrypt.h>
 // clang-format on
@@ -38,18 +39,16 @@ Algorithm OpenSha256() {
 std::optional<DWORD> ReadLength(const Algorithm& algorithm, const wchar_t* property) {
   DWORD length = 0;
   ULONG written = 0;
-  const NTSTATUS status =
-      BCryptGetProperty(algorithm.get(), property, reinterpret_cast<PUCHAR>(&length),
-                        sizeof(length), &written, 0);
+  const NTSTATUS status = BCryptGetProperty(
+      algorithm.get(), property, reinterpret_cast<PUCHAR>(&length), sizeof(length), &written, 0);
   if (!BCRYPT_SUCCESS(status)) return std::nullopt;
   return length;
 }
 
 Hash CreateHash(const Algorithm& algorithm, std::vector<unsigned char>& object) {
   BCRYPT_HASH_HANDLE handle = nullptr;
-  const NTSTATUS status =
-      BCryptCreateHash(algorithm.get(), &handle, object.data(), static_cast<ULONG>(object.size()),
-                       nullptr, 0, 0);
+  const NTSTATUS status = BCryptCreateHash(algorithm.get(), &handle, object.data(),
+                                           static_cast<ULONG>(object.size()), nullptr, 0, 0);
   return Hash(BCRYPT_SUCCESS(status) ? handle : nullptr);
 }
 

@@ -1,6 +1,7 @@
 #include "platform/machine_identity.h"
 
-// clang-format off: objbase.h needs windows.h before it.
+// objbase.h needs windows.h before it.
+// clang-format off
 #include "platform/windows/windows_headers.h"
 #include <objbase.h>
 // clang-format on

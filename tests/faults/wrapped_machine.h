@@ -1,0 +1,27 @@
+#ifndef KORVIXSDK_TESTS_FAULTS_WRAPPED_MACHINE_H_
+#define KORVIXSDK_TESTS_FAULTS_WRAPPED_MACHINE_H_
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace korvixsdk::test {
+
+/// What the system says of the machine, and what it was asked to start.
+struct WrappedMachine {
+  /// Text that the system answers in place of the real property.
+  std::optional<std::string> machine_guid;
+  std::optional<std::string> computer_name;
+  /// Answers of the C runtime's code page query (Windows).
+  std::optional<unsigned int> locale_code_page;
+  /// Processes are not started but recorded, as program and argument or as command line.
+  bool record_processes = false;
+  std::vector<std::string> processes;
+};
+
+/// The one record; tests begin with `wrapped_machine = {}`.
+extern WrappedMachine wrapped_machine;
+
+}  // namespace korvixsdk::test
+
+#endif  // KORVIXSDK_TESTS_FAULTS_WRAPPED_MACHINE_H_
