@@ -20,7 +20,8 @@ struct ClientManagerConfig {
 };
 
 /// Owns one `KorvixSDK` and builds it anew at every `Init`, for hosts that want a single object and
-/// the update check alone. No lock: use one object from one thread at a time.
+/// the update check alone. Every `Init` leaves a filled registry to the end of the process, so it
+/// is nothing for a retry loop. No lock: use one object from one thread at a time.
 ///
 /// Every operation but `Init` fails with `kInvalidState`, "ClientManager is not initialized",
 /// unless the last `Init` succeeded. (A failed `KorvixSDK::Init`, in contrast, leaves an

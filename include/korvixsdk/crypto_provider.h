@@ -21,7 +21,8 @@ class ICryptoProvider {
   /// \return 64 lowercase hexadecimal digits in digest byte order, or `kPlatformError` with one of
   ///   "BCryptOpenAlgorithmProvider failed", "BCryptGetProperty(object_length) failed",
   ///   "BCryptGetProperty(hash_length) failed", "BCryptCreateHash failed",
-  ///   "BCryptHashData failed", "BCryptFinishHash failed" (the same texts on every platform).
+  ///   "BCryptHashData failed", "BCryptFinishHash failed" (the same texts on every platform). On
+  ///   Windows more than 4 GiB cannot be hashed.
   /// Blocks for the computation, in proportion to the length.
   virtual Result<std::string> Sha256Hex(const std::string& data) = 0;
 };

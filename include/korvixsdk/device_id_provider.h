@@ -22,7 +22,7 @@ class IDeviceIdProvider {
  public:
   virtual ~IDeviceIdProvider() = default;
 
-  /// The identifier, the same on every call and every run.
+  /// The identifier, the same on every call and every run while GUID and name of the machine stay.
   /// \return the identifier, or `kPlatformError` with
   ///   "No stable device fingerprint sources are available" (no property and no fallback file is
   ///   configured), "Failed to generate fallback device id",

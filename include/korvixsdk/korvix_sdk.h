@@ -17,8 +17,10 @@ namespace korvixsdk {
 ///
 /// Everything is synchronous on the caller's thread, nothing throws, every failure is a value. The
 /// facade takes no lock: use one facade from one thread at a time. Separate facades in separate
-/// threads do not disturb each other, but for the fallback identifier path, which is one for the
-/// process and belongs to the `Init` that ran last.
+/// threads do not disturb each other while each has a registry of its own, but for the fallback
+/// identifier path, which is one for the process and belongs to the `Init` that ran last. On Linux
+/// libcurl ignores and restores SIGPIPE around every transfer; a host that calls from several
+/// threads should ignore it itself.
 ///
 /// Every operation but `Init` and `GetLastError` fails with `kInvalidState`,
 /// "KorvixSDK is not initialized", before the first successful `Init`.
@@ -46,9 +48,9 @@ class KorvixSDK {
   /// publishes `config.fallback_device_id_path` for the process and creates `config.cache_dir`.
   ///
   /// May be called again. A later call that fails its checks changes nothing; one that cannot
-  /// create the cache directory has already replaced the configuration. Neither makes an
-  /// initialised service uninitialised. (When it also sets `services` or `logger`, the facade has
-  /// moved to another core service, which counts for itself.)
+  /// create the cache directory has already replaced the configuration and published the path.
+  /// Neither makes an initialised service uninitialised. (When it also sets `services` or `logger`,
+  /// the facade has moved to another core service, which counts for itself.)
   ///
   /// \return success, or
   ///   `kInvalidArgument` "SDKConfig.product_id must not be empty",
@@ -65,6 +67,9 @@ class KorvixSDK {
 
   /// Asks the service for an update and decides, by comparing versions, whether it is offered and
   /// whether it is mandatory. The check goes on without a device identifier when there is none.
+  ///
+  /// A service that rejects the request says why in `UpdateInfo::message`; its reply may still name
+  /// a newer version.
   ///
   /// \return the decision; or the network client's error unchanged. Without a network client the
   ///   call succeeds, without an update, and `UpdateInfo::message` is
@@ -92,10 +97,12 @@ class KorvixSDK {
   KORVIXSDK_API Error LaunchPreparedUpdate(const PreparedUpdate& prepared,
                                            const std::string& updater_path);
 
-  /// The message of the last failed `GetDeviceId`, `CheckForUpdate`, `PrepareUpdate` or
-  /// `LaunchPreparedUpdate`, without a prefix; the service's message after a `CheckForUpdate` that
-  /// it answered; empty after any other success of one of these, or of `Init`.
-  /// "Client service unavailable" on a moved-from facade.
+  /// The message of the last `GetDeviceId`, `CheckForUpdate`, `PrepareUpdate` or
+  /// `LaunchPreparedUpdate`, without a prefix: of its error, or, after a `CheckForUpdate` that
+  /// succeeded, of its `UpdateInfo`; empty after any other success of these four, and after an
+  /// `Init` that passed its checks. Unchanged by `ReportInstall`, and by the failures "KorvixSDK is
+  /// not initialized" and "Update package service is not configured". "Client service unavailable"
+  /// on a moved-from facade.
   KORVIXSDK_API std::string GetLastError() const;
 
  private:

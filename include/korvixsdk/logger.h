@@ -19,7 +19,9 @@ class ILogger {
   virtual ~ILogger() = default;
 
   /// Detail for debugging; the library itself writes no such line.
-  /// \param message one line without line end, UTF-8 but for texts passed through as they came.
+  /// \param message one line, UTF-8. Paths and the service's texts stand in it as they came, so
+  /// that
+  ///   it may hold other encodings and line ends.
   virtual void LogDebug(const std::string& message) = 0;
   /// An operation succeeded, or a fact about its progress.
   virtual void LogInfo(const std::string& message) = 0;

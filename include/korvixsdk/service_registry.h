@@ -28,6 +28,9 @@ namespace korvixsdk {
 /// the registry that owns them. A filled registry therefore lives until the process ends, or until
 /// the host resets `client_service` and `update_package_service`.
 ///
+/// Two facades that are given one registry share its core service, and with it configuration and
+/// last error: give each its own.
+///
 /// Threads: no lock. Do not change a registry while a facade that uses it is in a call.
 struct ServiceRegistry {
   /// Default: drops every line.

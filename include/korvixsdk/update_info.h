@@ -14,6 +14,7 @@ struct UpdateInfo {
   /// A version newer than the host's is offered, or the host is below the supported minimum.
   bool has_update = false;
   /// The update is mandatory: the service says so, or the host is below the supported minimum.
+  /// Means nothing without `has_update`.
   bool force_update = false;
   /// The offered version.
   std::string latest_version{};
@@ -28,7 +29,8 @@ struct UpdateInfo {
   /// Expected SHA-256 of the package, 64 lowercase hexadecimal digits. Empty skips the comparison;
   /// an uppercase digest never matches.
   std::string sha256{};
-  /// Why the service rejected the request, or a text of the library's own; empty for an offer.
+  /// Why the service rejected the request, or a text of the library's own; empty otherwise. A reply
+  /// that rejects may still offer a version, so look at both.
   std::string message{};
 };
 

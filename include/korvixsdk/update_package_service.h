@@ -21,9 +21,11 @@ class IUpdatePackageService {
  public:
   virtual ~IUpdatePackageService() = default;
 
-  /// Downloads `info.download_url` into the folder "updates" under `cache_dir`, to a file named
-  /// after the address's last path segment ("update_package.bin" when there is none), and compares
-  /// its SHA-256 with `info.sha256`. An empty `info.sha256` skips the comparison.
+  /// Downloads `info.download_url` into the folder "updates" under `cache_dir` and compares its
+  /// SHA-256 with `info.sha256`; an empty `info.sha256` skips the comparison. The file is named
+  /// after what follows the address's last slash, up to a question mark ("update_package.bin" where
+  /// nothing does). The name is not cleaned: on Windows one with backslashes or a drive leads out
+  /// of the folder, so the service's addresses must be trusted.
   ///
   /// \return the package, or
   ///   `kInvalidArgument` "UpdateInfo.download_url must not be empty";
@@ -40,6 +42,10 @@ class IUpdatePackageService {
   /// Starts `updater_path` with the package's path as its only argument and returns at once; the
   /// updater is never waited for. Paths that begin with "mock://launch-ok" or "mock://launch-fail"
   /// select that outcome without starting anything.
+  ///
+  /// The updater starts in the host's working directory with its environment; on Linux it gets a
+  /// session of its own and the host's standard streams. Pass an absolute path: a relative one is
+  /// looked for in the working directory, but Windows starts one beside the host's program first.
   ///
   /// \param prepared `ready` and `package_path` are read.
   /// \param updater_path narrow text, handed to the operating system as it is.

@@ -1,10 +1,13 @@
 #include "core/default_client_service.h"
 
+#include <exception>
 #include <filesystem>
 #include <optional>
 #include <utility>
 
 #include "network/default_network_client.h"
+#include "network/http_transport.h"
+#include "platform/error_text.h"
 #include "platform/native_file.h"
 #include "platform/native_path.h"
 #include "platform/placeholder_device_id_provider.h"
@@ -12,6 +15,7 @@
 namespace korvixsdk {
 namespace {
 
+constexpr char kNoCacheDirectory[] = "Failed to create cache directory: ";
 constexpr char kNoNetworkClient[] = "Network client is not configured";
 constexpr char kNoPackageService[] = "Update package service is not configured";
 
@@ -35,31 +39,35 @@ bool CreateCacheDirectory(const std::string& cache_dir) {
 DefaultClientService::DefaultClientService(std::shared_ptr<ServiceRegistry> services)
     : services_(std::move(services)) {}
 
-Error DefaultClientService::Init(const SDKConfig& config) {
+Error DefaultClientService::Init(const SDKConfig& config) try {
   if (const char* const missing = MissingField(config)) {
-    LogError(std::string("Init failed: ") + missing);
+    LogError({"Init failed: ", missing});
     return Error{kInvalidArgument, missing};
   }
   if (!services_ || !services_->time_provider) {
-    LogError("Init failed: required services are not configured");
+    LogError({"Init failed: required services are not configured"});
     return Error{kInvalidState, "Required services are not configured"};
   }
-  config_ = config;
+  SDKConfig copy = config;
   SetDefaultFallbackIdPath(config.fallback_device_id_path);
+  config_ = std::move(copy);
   last_error_.clear();
-  LogInfo("Init requested for product_id=" + config.product_id + ", version=" + config.version);
+  LogInfo({"Init requested for product_id=", config.product_id, ", version=", config.version});
 
   if (!CreateCacheDirectory(config.cache_dir)) {
-    Error error{kInvalidState, "Failed to create cache directory: " + config.cache_dir};
-    LogError(error.message);
+    Error error = ErrorWithDetail(kInvalidState, kNoCacheDirectory, config.cache_dir);
+    LogError({error.message});
     return error;
   }
   const auto client = std::dynamic_pointer_cast<DefaultNetworkClient>(services_->network_client);
   if (client) client->server_base_url = config.server_base_url;
   initialized_ = true;
   last_error_.clear();
-  LogInfo("SDK init success, cache_dir=" + config.cache_dir);
+  LogInfo({"SDK init success, cache_dir=", config.cache_dir});
   return Error{};
+} catch (const std::exception&) {
+  // A configuration so long that memory does not suffice for its copy.
+  return Error{kInvalidState, kNoCacheDirectory};
 }
 
 Result<std::string> DefaultClientService::GetDeviceId() {
@@ -71,7 +79,8 @@ Result<std::string> DefaultClientService::GetDeviceId() {
     return {{}, std::move(result.error)};
   }
   last_error_.clear();
-  LogInfo("GetDeviceId succeeded");
+  LogInfo({"GetDeviceId succeeded"});
+  result.error = Error{};
   return result;
 }
 
@@ -87,36 +96,43 @@ Result<ServerResult> DefaultClientService::ReportInstall() {
                                                   config_.version);
 }
 
-Result<UpdateInfo> DefaultClientService::CheckForUpdate() {
+Result<UpdateInfo> DefaultClientService::CheckForUpdate() try {
   Result<UpdateInfo> result;
   if (!IsInitialized(&result.error)) return result;
   if (!services_ || !services_->network_client) {
     // A success with a text, on purpose: a host without a network simply sees no update.
     last_error_ = kNoNetworkClient;
-    LogWarning(kNoNetworkClient);
+    LogWarning({kNoNetworkClient});
     result.value.message = kNoNetworkClient;
     return result;
   }
   // Without an identifier the check goes on; the request then carries an empty one.
   const UpdateCheckRequest request{config_.product_id, config_.version, ResolveDeviceId().value};
-  LogInfo("CheckForUpdate request started product_id=" + request.product_id + ", version=" +
-          request.version + ", device_id_present=" + BoolText(!request.device_id.empty()));
+  LogInfo({"CheckForUpdate request started product_id=", request.product_id, ", version=",
+           request.version, ", device_id_present=", BoolText(!request.device_id.empty())});
   result = services_->network_client->CheckForUpdate(request);
   if (!result.ok()) {
     RecordFailure("CheckForUpdate", result.error.message);
     return {{}, std::move(result.error)};
   }
   const UpdateInfo& received = result.value;
-  LogInfo("CheckForUpdate response latest_version=" + received.latest_version +
-          ", min_supported_version=" + received.min_supported_version +
-          ", force_update=" + BoolText(received.force_update) +
-          ", download_url_present=" + BoolText(!received.download_url.empty()) +
-          ", last_error_present=" + BoolText(!received.message.empty()));
-  last_error_ = received.message;
-  UpdateInfo decided = Decide(std::move(result.value));
-  LogInfo(decided.has_update ? "CheckForUpdate detected a newer version: " + decided.latest_version
-                             : std::string("CheckForUpdate found no newer version"));
-  return {std::move(decided), Error{}};
+  LogInfo({"CheckForUpdate response latest_version=", received.latest_version,
+           ", min_supported_version=", received.min_supported_version,
+           ", force_update=", BoolText(received.force_update),
+           ", download_url_present=", BoolText(!received.download_url.empty()),
+           ", last_error_present=", BoolText(!received.message.empty())});
+  Decide(result.value);
+  last_error_ = result.value.message;
+  if (result.value.has_update) {
+    LogInfo({"CheckForUpdate detected a newer version: ", result.value.latest_version});
+  } else {
+    LogInfo({"CheckForUpdate found no newer version"});
+  }
+  result.error = Error{};
+  return result;
+} catch (const std::exception&) {
+  RecordFailure("CheckForUpdate", TransportOutOfMemoryError().message);
+  return {{}, TransportOutOfMemoryError()};
 }
 
 Result<PreparedUpdate> DefaultClientService::PrepareUpdate(const UpdateInfo& info) {
@@ -132,7 +148,7 @@ Result<PreparedUpdate> DefaultClientService::PrepareUpdate(const UpdateInfo& inf
     return result;
   }
   last_error_.clear();
-  LogInfo("PrepareUpdate succeeded: " + result.value.package_path);
+  LogInfo({"PrepareUpdate succeeded: ", result.value.package_path});
   return result;
 }
 
@@ -149,11 +165,15 @@ Error DefaultClientService::LaunchPreparedUpdate(const PreparedUpdate& prepared,
     return error;
   }
   last_error_.clear();
-  LogInfo("LaunchPreparedUpdate succeeded");
+  LogInfo({"LaunchPreparedUpdate succeeded"});
   return Error{};
 }
 
-std::string DefaultClientService::GetLastError() const { return last_error_; }
+std::string DefaultClientService::GetLastError() const try {
+  return last_error_;
+} catch (const std::exception&) {
+  return {};
+}
 
 bool DefaultClientService::IsInitialized(Error* error) const {
   if (initialized_) return true;
@@ -170,7 +190,7 @@ Result<std::string> DefaultClientService::ResolveDeviceId() {
   return {{}, Error{kInvalidState, "Device id provider is not configured"}};
 }
 
-UpdateInfo DefaultClientService::Decide(UpdateInfo info) const {
+void DefaultClientService::Decide(UpdateInfo& info) const {
   IUpdatePolicy* const policy = services_->update_policy.get();
   bool newer = false;
   if (!info.latest_version.empty()) {
@@ -184,24 +204,32 @@ UpdateInfo DefaultClientService::Decide(UpdateInfo info) const {
     if (info.latest_version.empty()) info.latest_version = info.min_supported_version;
   }
   info.has_update = newer || below_minimum;
-  return info;
 }
 
 void DefaultClientService::RecordFailure(const char* operation, const std::string& message) {
-  last_error_ = message;
-  LogWarning(std::string(operation) + " failed: " + message);
+  try {
+    last_error_ = message;
+  } catch (const std::exception&) {
+    last_error_.clear();
+  }
+  LogWarning({operation, " failed: ", message});
 }
 
-void DefaultClientService::LogInfo(const std::string& message) const {
-  if (services_ && services_->logger) services_->logger->LogInfo(message);
-}
+void DefaultClientService::LogInfo(LineParts parts) const { Log(&ILogger::LogInfo, parts); }
 
-void DefaultClientService::LogWarning(const std::string& message) const {
-  if (services_ && services_->logger) services_->logger->LogWarning(message);
-}
+void DefaultClientService::LogWarning(LineParts parts) const { Log(&ILogger::LogWarning, parts); }
 
-void DefaultClientService::LogError(const std::string& message) const {
-  if (services_ && services_->logger) services_->logger->LogError(message);
+void DefaultClientService::LogError(LineParts parts) const { Log(&ILogger::LogError, parts); }
+
+void DefaultClientService::Log(void (ILogger::*write)(const std::string&), LineParts parts) const {
+  if (!services_ || !services_->logger) return;
+  std::string line;
+  try {
+    for (const std::string_view part : parts) line.append(part);
+  } catch (const std::exception&) {
+    return;  // A line for which memory does not suffice is no reason to fail.
+  }
+  (services_->logger.get()->*write)(line);
 }
 
 }  // namespace korvixsdk

@@ -1,8 +1,10 @@
 #ifndef KORVIXSDK_CORE_DEFAULT_CLIENT_SERVICE_H_
 #define KORVIXSDK_CORE_DEFAULT_CLIENT_SERVICE_H_
 
+#include <initializer_list>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "korvixsdk/client_service.h"
 #include "korvixsdk/service_registry.h"
@@ -32,13 +34,16 @@ class DefaultClientService : public IClientService {
   Result<std::string> ResolveDeviceId();
   /// Decides `has_update` and `force_update` by the versions; the service's own `has_update` is
   /// replaced.
-  UpdateInfo Decide(UpdateInfo info) const;
+  void Decide(UpdateInfo& info) const;
   /// Keeps the message as the last error and logs it behind the operation's name.
   void RecordFailure(const char* operation, const std::string& message);
 
-  void LogInfo(const std::string& message) const;
-  void LogWarning(const std::string& message) const;
-  void LogError(const std::string& message) const;
+  /// The parts of a log line, which is put together only where a logger takes it.
+  using LineParts = std::initializer_list<std::string_view>;
+  void LogInfo(LineParts parts) const;
+  void LogWarning(LineParts parts) const;
+  void LogError(LineParts parts) const;
+  void Log(void (ILogger::*write)(const std::string&), LineParts parts) const;
 
   std::shared_ptr<ServiceRegistry> services_;
   SDKConfig config_;

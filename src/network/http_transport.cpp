@@ -14,6 +14,10 @@ HttpResponse Failure(ErrorCode code, std::string message) {
   return HttpResponse{{}, Error{code, std::move(message)}};
 }
 
+Error TransferError(CURLcode code) {
+  return Error{kNetworkError, std::string("HTTP request failed: ") + curl_easy_strerror(code)};
+}
+
 std::size_t CollectBody(char* data, std::size_t size, std::size_t count, void* body) noexcept {
   if (body == nullptr) return 0;
   return AppendBlock(data, size * count, *static_cast<std::string*>(body));
@@ -40,10 +44,7 @@ HttpResponse PerformGet(const std::string& server_base_url, const std::string& p
                           .Set(CURLOPT_WRITEDATA, &response.body)
                           .result();
     if (result == CURLE_OK) result = curl_easy_perform(handle.get());
-    if (result != CURLE_OK) {
-      return Failure(kNetworkError,
-                     std::string("HTTP request failed: ") + curl_easy_strerror(result));
-    }
+    if (result != CURLE_OK) return HttpResponse{{}, TransferError(result)};
     status = HttpStatus(handle);
   }
   if (!IsSuccessStatus(status)) {
@@ -52,6 +53,8 @@ HttpResponse PerformGet(const std::string& server_base_url, const std::string& p
   if (response.body.empty()) return Failure(kInvalidResponse, "HTTP response body is empty");
   return response;
 }
+
+Error TransportOutOfMemoryError() { return TransferError(CURLE_OUT_OF_MEMORY); }
 
 Error TransportUnavailableError(const std::string& server_base_url) {
   if (server_base_url.empty()) {

@@ -23,6 +23,9 @@ struct HttpResponse {
 HttpResponse PerformGet(const std::string& server_base_url, const std::string& path,
                         const QueryParameters& params);
 
+/// What an exchange fails with when memory does not suffice for its texts.
+Error TransportOutOfMemoryError();
+
 /// Why nothing can be sent: no address is configured, or the mock server plays an unreachable one.
 Error TransportUnavailableError(const std::string& server_base_url);
 

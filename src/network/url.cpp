@@ -1,6 +1,7 @@
 #include "network/url.h"
 
 #include <climits>
+#include <exception>
 #include <memory>
 
 #include "network/curl_handle.h"
@@ -8,13 +9,15 @@
 namespace korvixsdk {
 namespace {
 
+constexpr char kNotEncoded[] = "Failed to URL-encode query parameter";
+
 struct CurlFree {
   void operator()(char* text) const { curl_free(text); }
 };
 using CurlText = std::unique_ptr<char, CurlFree>;
 
 /// The length is given, so that zero bytes are encoded too; libcurl counts in int.
-CurlText PercentEncode(const CurlHandle& handle, const std::string& value) {
+CurlText PercentEncode(const CurlHandle& handle, std::string_view value) {
   if (value.size() > INT_MAX) return nullptr;
   return CurlText(curl_easy_escape(handle.get(), value.data(), static_cast<int>(value.size())));
 }
@@ -22,7 +25,7 @@ CurlText PercentEncode(const CurlHandle& handle, const std::string& value) {
 }  // namespace
 
 Result<std::string> BuildUrl(const std::string& server_base_url, const std::string& path,
-                             const QueryParameters& params) {
+                             const QueryParameters& params) try {
   const CurlHandle handle = MakeCurlHandle();
   if (!handle) return {{}, Error{kNetworkError, "Failed to initialize libcurl"}};
 
@@ -33,7 +36,7 @@ Result<std::string> BuildUrl(const std::string& server_base_url, const std::stri
   char separator = '?';
   for (const auto& [key, value] : params) {
     const CurlText encoded = PercentEncode(handle, value);
-    if (!encoded) return {{}, Error{kNetworkError, "Failed to URL-encode query parameter"}};
+    if (!encoded) return {{}, Error{kNetworkError, kNotEncoded}};
     url += separator;
     url += key;
     url += '=';
@@ -41,6 +44,8 @@ Result<std::string> BuildUrl(const std::string& server_base_url, const std::stri
     separator = '&';
   }
   return {std::move(url), Error{}};
+} catch (const std::exception&) {
+  return {{}, Error{kNetworkError, kNotEncoded}};
 }
 
 }  // namespace korvixsdk

@@ -2,6 +2,7 @@
 #define KORVIXSDK_NETWORK_URL_H_
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -9,15 +10,15 @@
 
 namespace korvixsdk {
 
-/// Key and value, in the order in which they are sent.
-using QueryParameters = std::vector<std::pair<std::string, std::string>>;
+/// Key and value, in the order in which they are sent. The texts are the caller's.
+using QueryParameters = std::vector<std::pair<std::string_view, std::string_view>>;
 
 /// Joins base address, path and query. One slash is dropped where the base ends in one and the path
 /// begins with one; nothing else is normalised. Values are percent-encoded (RFC 3986: all but the
 /// unreserved characters), keys are not.
 ///
 /// \return the URL, or kNetworkError "Failed to initialize libcurl" or
-///   "Failed to URL-encode query parameter".
+///   "Failed to URL-encode query parameter" (also where memory does not suffice for the URL).
 Result<std::string> BuildUrl(const std::string& server_base_url, const std::string& path,
                              const QueryParameters& params);
 

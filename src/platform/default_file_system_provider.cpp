@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <optional>
 
+#include "platform/error_text.h"
 #include "platform/native_file.h"
 #include "platform/native_path.h"
 
@@ -10,7 +11,7 @@ namespace korvixsdk {
 namespace {
 
 Error FileSystemError(const char* text, const std::string& path) {
-  return Error{kFileSystemError, text + path};
+  return ErrorWithDetail(kFileSystemError, text, path);
 }
 
 }  // namespace
@@ -36,8 +37,7 @@ Result<std::string> DefaultFileSystemProvider::ReadFile(const std::string& path)
 Error DefaultFileSystemProvider::WriteFile(const std::string& path, const std::string& content) {
   const std::optional<std::filesystem::path> native = NativePathFromNarrow(path);
   if (!native) return FileSystemError("Failed to open file for write: ", path);
-  const std::filesystem::path parent = native->parent_path();
-  if (!parent.empty() && !CreateDirectoryChain(parent)) {
+  if (!CreateParentDirectories(*native)) {
     return FileSystemError("Failed to create parent directories: ", path);
   }
   switch (WriteWholeFile(*native, content)) {

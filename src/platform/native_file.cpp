@@ -12,11 +12,6 @@ namespace {
 constexpr std::size_t kLargestTransfer = std::size_t{1} << 30;
 constexpr std::size_t kReadStep = std::size_t{64} << 10;
 
-bool IsDirectory(const std::filesystem::path& path) {
-  std::error_code error;
-  return std::filesystem::is_directory(path, error);
-}
-
 /// The file's length where the system tells one, as a first guess at the memory needed.
 std::size_t ExpectedLength(const std::filesystem::path& path) {
   std::error_code error;
@@ -46,7 +41,7 @@ FileOutcome ReadWholeFile(const std::filesystem::path& path, std::string& conten
   bool opened = false;
   try {
     content.clear();
-    if (IsDirectory(path)) return FileOutcome::kNotOpened;
+    if (IsFolder(path)) return FileOutcome::kNotOpened;
     std::filebuf file;
     file.pubsetbuf(nullptr, 0);
     if (file.open(path, std::ios::in | std::ios::binary) == nullptr) return FileOutcome::kNotOpened;
@@ -75,24 +70,13 @@ FileOutcome WriteWholeFile(const std::filesystem::path& path, const std::string&
   }
 }
 
-bool CreateDirectoryChain(const std::filesystem::path& path) noexcept {
+bool CreateParentDirectories(const std::filesystem::path& path) noexcept {
   try {
-    std::error_code error;
-    std::filesystem::create_directories(WithoutTrailingSeparators(path), error);
-    return !error;
+    const std::filesystem::path parent = path.parent_path();
+    return parent.empty() || CreateDirectoryChain(parent);
   } catch (const std::exception&) {
     return false;
   }
-}
-
-std::filesystem::path WithoutTrailingSeparators(const std::filesystem::path& path) {
-  const std::size_t root_length = path.root_path().native().size();
-  std::filesystem::path::string_type text = path.native();
-  const auto is_separator = [](std::filesystem::path::value_type c) {
-    return c == '/' || c == std::filesystem::path::preferred_separator;
-  };
-  while (text.size() > root_length && is_separator(text.back())) text.pop_back();
-  return text;
 }
 
 }  // namespace korvixsdk

@@ -24,16 +24,21 @@ FileOutcome ReadWholeFile(const std::filesystem::path& path, std::string& conten
 /// itself and not by a close whose outcome nobody sees.
 FileOutcome WriteWholeFile(const std::filesystem::path& path, const std::string& content) noexcept;
 
-/// Creates the folder and its missing ancestors; true when it stands afterwards.
+/// Creates the folder that `path` names a file in; nothing to do for a bare file name.
+bool CreateParentDirectories(const std::filesystem::path& path) noexcept;
+
+/// Creates the folder and its missing ancestors; true when it stands afterwards. One answer a
+/// platform, in its folder, as are the next three.
 bool CreateDirectoryChain(const std::filesystem::path& path) noexcept;
 
-/// Whether anything stands at `path`, links followed; false when that cannot be told. One answer a
-/// platform, in its folder.
+/// Whether anything stands at `path`, links followed; false when that cannot be told.
 bool PathExists(const std::filesystem::path& path) noexcept;
 
-/// "dir/" as "dir", roots left alone: the Windows runtime finds no folder by a name that ends in a
-/// separator.
-std::filesystem::path WithoutTrailingSeparators(const std::filesystem::path& path);
+/// Whether a folder stands at `path`; false when that cannot be told.
+bool IsFolder(const std::filesystem::path& path) noexcept;
+
+/// Whether `path` is a device or a pipe, which a reader might never see the end of.
+bool ReadingMightNotEnd(const std::filesystem::path& path) noexcept;
 
 }  // namespace korvixsdk
 

@@ -1,10 +1,10 @@
 #include "platform/placeholder_device_id_provider.h"
 
 #include <charconv>
+#include <exception>
 #include <filesystem>
 #include <mutex>
 #include <optional>
-#include <system_error>
 #include <utility>
 
 #include "platform/ascii.h"
@@ -54,8 +54,7 @@ std::string HexText(std::uint64_t value) {
 /// The stored identifier, whatever its form; empty when there is none to read. Devices and pipes,
 /// whose reading might never end, hold none.
 std::string ReadStoredId(const std::filesystem::path& path) {
-  std::error_code error;
-  if (!std::filesystem::is_regular_file(path, error)) return {};
+  if (ReadingMightNotEnd(path)) return {};
   std::string content;
   if (ReadWholeFile(path, content) != FileOutcome::kDone) return {};
   return std::string(TrimAscii(content));
@@ -63,8 +62,7 @@ std::string ReadStoredId(const std::filesystem::path& path) {
 
 Error StoreId(const std::optional<std::filesystem::path>& path, const std::string& id) {
   if (!path) return PlatformError("Failed to write fallback device id");
-  const std::filesystem::path parent = path->parent_path();
-  if (!parent.empty() && !CreateDirectoryChain(parent)) {
+  if (!CreateParentDirectories(*path)) {
     return PlatformError("Failed to create fallback device id directory");
   }
   switch (WriteWholeFile(*path, id)) {
@@ -124,7 +122,7 @@ Result<std::vector<std::string>> PlaceholderDeviceIdProvider::CollectFingerprint
   return sources;
 }
 
-Result<std::string> PlaceholderDeviceIdProvider::FallbackId() const {
+Result<std::string> PlaceholderDeviceIdProvider::FallbackId() const try {
   const std::string text = fallbackIdPath.empty() ? DefaultFallbackIdPath() : fallbackIdPath;
   if (text.empty()) {
     return {{}, PlatformError("No stable device fingerprint sources are available")};
@@ -141,6 +139,9 @@ Result<std::string> PlaceholderDeviceIdProvider::FallbackId() const {
   Error stored = StoreId(path, id);
   if (!stored.ok()) return {{}, std::move(stored)};
   return {std::move(id), Error{}};
+} catch (const std::exception&) {
+  // A path or a stored text so long that memory does not suffice for it.
+  return {{}, PlatformError("Failed to write fallback device id")};
 }
 
 }  // namespace korvixsdk

@@ -1,5 +1,6 @@
 #include "update/default_update_package_service.h"
 
+#include <exception>
 #include <utility>
 
 #include "update/package_download.h"
@@ -22,7 +23,7 @@ DefaultUpdatePackageService::DefaultUpdatePackageService(std::shared_ptr<Service
     : services_(std::move(services)) {}
 
 Result<PreparedUpdate> DefaultUpdatePackageService::Prepare(const UpdateInfo& info,
-                                                            const std::string& cache_dir) {
+                                                            const std::string& cache_dir) try {
   if (info.download_url.empty()) {
     return Failure(Error{kInvalidArgument, "UpdateInfo.download_url must not be empty"});
   }
@@ -52,6 +53,9 @@ Result<PreparedUpdate> DefaultUpdatePackageService::Prepare(const UpdateInfo& in
   prepared.ready = true;
   prepared.sha256_verified = true;
   return {std::move(prepared), Error{}};
+} catch (const std::exception&) {
+  // Addresses and paths so long that memory does not suffice for their copies.
+  return Failure(DownloadOutOfMemoryError());
 }
 
 Error DefaultUpdatePackageService::Launch(const PreparedUpdate& prepared,

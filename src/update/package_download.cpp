@@ -31,6 +31,10 @@ Result<std::string> Failure(std::string message) {
   return {{}, Error{kNetworkError, std::move(message)}};
 }
 
+std::string TransferErrorText(CURLcode code) {
+  return std::string("Update download failed: ") + curl_easy_strerror(code);
+}
+
 /// Makes room for the announced length at once, so that the package is in memory only once. Without
 /// that much memory the body grows as it comes, and fails where it must.
 void ReserveAnnouncedLength(Download& download) noexcept {
@@ -68,9 +72,7 @@ Result<std::string> DownloadWithCurl(const std::string& url) {
   if (result == CURLE_OK) result = curl_easy_perform(handle.get());
   const long status = HttpStatus(handle);
   handle.reset();
-  if (result != CURLE_OK) {
-    return Failure(std::string("Update download failed: ") + curl_easy_strerror(result));
-  }
+  if (result != CURLE_OK) return Failure(TransferErrorText(result));
   if (!IsSuccessStatus(status)) {
     return Failure("Update download returned HTTP status " + std::to_string(status));
   }
@@ -86,6 +88,10 @@ Result<std::string> DownloadPackage(const std::string& url) {
             Error{}};
   }
   return DownloadWithCurl(url);
+}
+
+Error DownloadOutOfMemoryError() {
+  return Error{kNetworkError, TransferErrorText(CURLE_OUT_OF_MEMORY)};
 }
 
 }  // namespace korvixsdk

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "korvixsdk/error.h"
 #include "korvixsdk/result.h"
 
 namespace korvixsdk {
@@ -15,6 +16,9 @@ namespace korvixsdk {
 ///   "Update download failed: " + libcurl's text,
 ///   "Update download returned HTTP status " + status.
 Result<std::string> DownloadPackage(const std::string& url);
+
+/// What a download fails with when memory does not suffice for its texts.
+Error DownloadOutOfMemoryError();
 
 }  // namespace korvixsdk
 

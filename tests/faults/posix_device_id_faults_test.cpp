@@ -31,6 +31,11 @@ TEST_F(LinuxMachineIdentity, MachineGuidIsUnavailableWhenFileIsEmpty) {
   EXPECT_EQ(ReadMachineGuid().error.message, "Machine id file is empty");
 }
 
+TEST_F(LinuxMachineIdentity, MachineGuidIsUnavailableDuringFirstBoot) {
+  wrapped_machine.machine_guid = "uninitialized\n";
+  EXPECT_EQ(ReadMachineGuid().error.message, "Machine id file is empty");
+}
+
 TEST_F(LinuxMachineIdentity, MachineGuidIsUnavailableWhenFileDoesNotOpen) {
   const FailingCall fail("open");
   EXPECT_EQ(ReadMachineGuid().error.message, "Machine id file is unavailable");

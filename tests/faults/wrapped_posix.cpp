@@ -116,13 +116,13 @@ void __wrap_uuid_unparse_lower(const uuid_t guid, char* text) {
   }
 }
 
-int __real_clone(int (*function)(void*), void* stack, int flags, void* context, ...);
-int __wrap_clone(int (*function)(void*), void* stack, int flags, void* context, ...) {
+int __real___clone(int (*function)(void*), void* stack, int flags, void* context, ...);
+int __wrap___clone(int (*function)(void*), void* stack, int flags, void* context, ...) {
   if (FailsNow("start process")) {
     errno = EAGAIN;
     return -1;
   }
-  return __real_clone(function, stack, flags, context);
+  return __real___clone(function, stack, flags, context);
 }
 
 }  // extern "C"

@@ -13,6 +13,9 @@
 #include <memory>
 #include <new>
 
+/// The C library's clone() under the name that sanitizers do not intercept: to them it is a fork.
+extern "C" int __clone(int (*function)(void*), void* stack, int flags, void* context, ...);
+
 namespace korvixsdk {
 namespace {
 
@@ -20,7 +23,9 @@ namespace {
 /// orphaned, init collects it, and no zombie stays with the host. Both borrow the host's memory
 /// while their starter is suspended, as vfork() does. Neither copies a large host's page tables,
 /// and each reports a failure by writing to a variable. They may call nothing but async-signal-safe
-/// functions, and sanitizers must not keep their books in memory that is not theirs.
+/// functions, and sanitizers must not keep their books in memory that is not theirs. (Where the
+/// host is the first process of a container, or has made itself a subreaper, the orphan is its
+/// own.)
 #define KORVIXSDK_BORROWED_MEMORY __attribute__((no_sanitize("address", "thread", "undefined")))
 
 /// No exit signal: the intermediate process raises no SIGCHLD, and the host's own wait() calls do
@@ -68,7 +73,7 @@ KORVIXSDK_BORROWED_MEMORY int BecomeProgram(void* context) {
 KORVIXSDK_BORROWED_MEMORY int StartUpdater(void* context) {
   auto* const launch = static_cast<Launch*>(context);
   setsid();
-  if (clone(BecomeProgram, launch->updater_stack.top(), kUnnoticed, launch) < 0) {
+  if (__clone(BecomeProgram, launch->updater_stack.top(), kUnnoticed, launch) < 0) {
     launch->failed = true;
   }
   return 0;
@@ -82,7 +87,7 @@ void CollectIntermediate(pid_t pid) {
 
 }  // namespace
 
-bool StartDetachedProcess(const std::string& program, const std::string& argument) {
+bool StartDetachedProcess(const std::string& program, const std::string& argument) noexcept {
   if (program.find('\0') != std::string::npos || argument.find('\0') != std::string::npos) {
     return false;
   }
@@ -97,7 +102,7 @@ bool StartDetachedProcess(const std::string& program, const std::string& argumen
   sigfillset(&all);
   pthread_sigmask(SIG_SETMASK, &all, &before);
   const pid_t intermediate =
-      clone(StartUpdater, launch->intermediate_stack.top(), kUnnoticed, launch.get());
+      __clone(StartUpdater, launch->intermediate_stack.top(), kUnnoticed, launch.get());
   pthread_sigmask(SIG_SETMASK, &before, nullptr);
   if (intermediate < 0) return false;
   CollectIntermediate(intermediate);

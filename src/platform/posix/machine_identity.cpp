@@ -38,7 +38,8 @@ Result<std::string> ReadMachineGuid() {
   if (length < 0) return Failure("Machine id file is unavailable");
   std::string line(buffer, static_cast<std::size_t>(length));
   line.erase(std::min(line.find('\n'), line.size()));
-  if (line.empty()) return Failure("Machine id file is empty");
+  // The second text stands there during the first boot of an image, on every machine alike.
+  if (line.empty() || line == "uninitialized") return Failure("Machine id file is empty");
   return Result<std::string>{std::move(line), Error{}};
 }
 

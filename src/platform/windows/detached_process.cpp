@@ -1,5 +1,7 @@
 #include "platform/detached_process.h"
 
+#include <exception>
+
 #include "platform/windows/windows_headers.h"
 
 namespace korvixsdk {
@@ -12,7 +14,7 @@ std::string QuotedCommandLine(const std::string& program, const std::string& arg
 
 }  // namespace
 
-bool StartDetachedProcess(const std::string& program, const std::string& argument) {
+bool StartDetachedProcess(const std::string& program, const std::string& argument) noexcept try {
   // CreateProcessA may write into its command line, which therefore is a copy of its own.
   std::string command_line = QuotedCommandLine(program, argument);
   if (command_line.find('\0') != std::string::npos) return false;
@@ -26,6 +28,8 @@ bool StartDetachedProcess(const std::string& program, const std::string& argumen
   CloseHandle(process.hThread);
   CloseHandle(process.hProcess);
   return true;
+} catch (const std::exception&) {
+  return false;
 }
 
 }  // namespace korvixsdk

@@ -30,8 +30,8 @@ std::string Script(const TempFolder& folder, const std::string& commands) {
   return path;
 }
 
-/// Prints a line of the shell's own status, without a process of its own for it: while it starts one,
-/// the shell blocks signals itself.
+/// Prints a line of the shell's own status, without a process of its own for it: while it starts
+/// one, the shell blocks signals itself.
 std::string OwnStatus(const std::string& line) {
   return "while read -r line; do case $line in " + line +
          "*) echo \"$line\";; esac; done < /proc/$$/status";

@@ -96,6 +96,40 @@ TEST(WindowsPaths, PackageNameWithDriveOrRootReplacesFolder) {
   EXPECT_EQ(PackagePath("C:\\cache", "https://host/\\rooted"), "C:\\rooted");
 }
 
+TEST(WindowsPaths, DriveAndFolderOnDriveAreFolders) {
+  const TempFolder folder;
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(folder.path());
+  const std::string drive = folder.text().substr(0, 2);
+  DefaultFileSystemProvider files;
+  EXPECT_TRUE(files.Exists(drive));
+  EXPECT_TRUE(files.CreateDirectories(drive).ok());
+  EXPECT_TRUE(files.CreateDirectories(drive + "\\").ok());
+  EXPECT_TRUE(files.CreateDirectories(drive + "a\\b").ok());
+  EXPECT_TRUE(files.WriteFile(drive + "c\\file", "x").ok());
+  EXPECT_TRUE(files.WriteFile(drive + "file", "x").ok());
+  std::filesystem::current_path(before);
+  EXPECT_TRUE(std::filesystem::is_directory(folder.path() / "a" / "b"));
+  EXPECT_EQ(test::FileBytes(folder.path() / "c" / "file"), "x");
+  EXPECT_EQ(test::FileBytes(folder.path() / "file"), "x");
+}
+
+TEST(WindowsPaths, PathsPastTheSystemsParsingAreTaken) {
+  const TempFolder folder;
+  const std::string root = "\\\\?\\" + folder.text();
+  DefaultFileSystemProvider files;
+  EXPECT_TRUE(files.Exists(root));
+  EXPECT_TRUE(files.CreateDirectories(root).ok());
+  EXPECT_TRUE(files.CreateDirectories(root + "\\a\\b").ok());
+  EXPECT_TRUE(files.WriteFile(root + "\\c\\file", "x").ok());
+  EXPECT_EQ(test::FileBytes(folder.path() / "c" / "file"), "x");
+}
+
+TEST(WindowsPaths, FolderOnMissingDriveCannotBeCreated) {
+  EXPECT_EQ(DefaultFileSystemProvider().CreateDirectories("Q:\\folder").message,
+            "Failed to create directories: Q:\\folder");
+}
+
 TEST(WindowsPaths, LongFileNameCannotBeOpened) {
   const TempFolder folder;
   const std::string path = folder.Entry(std::string(300, 'n'));
