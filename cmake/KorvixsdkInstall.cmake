@@ -9,6 +9,15 @@ install(
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/korvixsdk
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
+if(MINGW)
+  # libcurl is inside the DLL, and its licence goes where its code goes.
+  find_file(KORVIXSDK_CURL_LICENCE COPYING PATHS ${CMAKE_PREFIX_PATH} NO_DEFAULT_PATH
+            NO_CMAKE_FIND_ROOT_PATH)
+  if(KORVIXSDK_CURL_LICENCE)
+    install(FILES ${KORVIXSDK_CURL_LICENCE} DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME curl-COPYING)
+  endif()
+endif()
+
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/korvixsdk)
 install(
   EXPORT korvixsdk

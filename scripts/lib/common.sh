@@ -11,7 +11,12 @@ fail() {
 }
 
 as_root() {
-  if [ "$(id -u)" = 0 ]; then "$@"; else sudo -n "$@"; fi
+  if [ "$(id -u)" = 0 ]; then
+    "$@"
+  else
+    sudo -n true 2>/dev/null || fail "needs root, or sudo without a password, for: $*"
+    sudo -n "$@"
+  fi
 }
 
 # install_packages STEP...: installs what scripts/packages.txt lists for these steps and the
@@ -35,7 +40,7 @@ install_packages() {
   # RUNLEVEL=1: a service that comes with a package is not started.
   local run=(env DEBIAN_FRONTEND=noninteractive RUNLEVEL=1 apt-get -q -y)
   as_root "${run[@]}" update >&2 </dev/null || fail "apt-get update failed"
-  as_root "${run[@]}" --no-install-recommends install "${missing[@]}" >&2 </dev/null ||
+  as_root "${run[@]}" --no-install-recommends --no-remove install "${missing[@]}" >&2 </dev/null ||
     fail "apt-get could not install: ${missing[*]}"
 }
 

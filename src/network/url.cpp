@@ -35,13 +35,14 @@ Result<std::string> BuildUrl(const std::string& server_base_url, const std::stri
 
   char separator = '?';
   for (const auto& [key, value] : params) {
-    const CurlText encoded = PercentEncode(handle, value);
-    if (!encoded) return {{}, Error{kNetworkError, kNotEncoded}};
     url += separator;
     url += key;
     url += '=';
-    url += encoded.get();
     separator = '&';
+    if (value.empty()) continue;  // To libcurl a length of zero means "up to the zero byte".
+    const CurlText encoded = PercentEncode(handle, value);
+    if (!encoded) return {{}, Error{kNetworkError, kNotEncoded}};
+    url += encoded.get();
   }
   return {std::move(url), Error{}};
 } catch (const std::exception&) {

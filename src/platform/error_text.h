@@ -10,11 +10,12 @@
 namespace korvixsdk {
 
 /// An error whose message is `text` and behind it `detail`; `text` alone where memory does not
-/// suffice for a long detail.
+/// suffice for a long detail, and none where it suffices for nothing.
 inline Error ErrorWithDetail(std::int32_t code, const char* text,
                              const std::string& detail) noexcept {
-  Error error{code, text};
+  Error error{code};
   try {
+    error.message = text;
     error.message += detail;
   } catch (const std::exception&) {
   }

@@ -22,7 +22,12 @@ constexpr char kFingerprintPrefix[] = "win-";
 constexpr char kFallbackPrefix[] = "guid-";
 
 std::mutex default_fallback_id_path_mutex;
-std::string defaultFallbackIdPath;
+
+/// Made at the first use and never destroyed: a host may call from its own static destructors.
+std::string& defaultFallbackIdPath() {
+  static std::string& path = *new std::string;
+  return path;
+}
 
 Error PlatformError(const char* message) { return Error{kPlatformError, message}; }
 
@@ -80,12 +85,12 @@ Error StoreId(const std::optional<std::filesystem::path>& path, const std::strin
 
 void SetDefaultFallbackIdPath(const std::string& path) {
   const std::lock_guard<std::mutex> lock(default_fallback_id_path_mutex);
-  defaultFallbackIdPath = path;
+  defaultFallbackIdPath() = path;
 }
 
 std::string DefaultFallbackIdPath() {
   const std::lock_guard<std::mutex> lock(default_fallback_id_path_mutex);
-  return defaultFallbackIdPath;
+  return defaultFallbackIdPath();
 }
 
 std::uint64_t Fnv1a64(std::string_view text) {

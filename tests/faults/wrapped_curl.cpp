@@ -15,12 +15,19 @@ namespace korvixsdk::test {
 WrappedCurl wrapped_curl;
 }  // namespace korvixsdk::test
 
+namespace {
+
+/// libcurl makes a handle for its own use during a transfer and closes it without the public call.
+thread_local bool performing = false;
+
+}  // namespace
+
 extern "C" {
 
 CURL* __real_curl_easy_init();
 CURL* __wrap_curl_easy_init() {
   if (FailsNow("curl_easy_init")) return nullptr;
-  korvixsdk::test::CountOpened();
+  if (!performing) korvixsdk::test::CountOpened();
   return __real_curl_easy_init();
 }
 
@@ -44,9 +51,11 @@ void __wrap_curl_free(void* text) {
 }
 
 CURLcode __real_curl_easy_setopt(CURL* handle, CURLoption option, ...);
-CURLcode __wrap_curl_easy_setopt(CURL* handle, CURLoption option, ...) {
+// A number, as va_start allows no enumeration.
+CURLcode __wrap_curl_easy_setopt(CURL* handle, int option_number, ...) {
   va_list arguments;
-  va_start(arguments, option);
+  va_start(arguments, option_number);
+  const auto option = static_cast<CURLoption>(option_number);
   const bool is_number = option < CURLOPTTYPE_OBJECTPOINT;
   long number = 1;
   void* pointer = nullptr;
@@ -73,13 +82,17 @@ CURLcode __wrap_curl_easy_perform(CURL* handle) {
     wrapped_curl.instead_of_transfer(wrapped_curl.write, wrapped_curl.write_context);
   }
   if (wrapped_curl.perform_result) return *wrapped_curl.perform_result;
-  return __real_curl_easy_perform(handle);
+  performing = true;
+  const CURLcode result = __real_curl_easy_perform(handle);
+  performing = false;
+  return result;
 }
 
 CURLcode __real_curl_easy_getinfo(CURL* handle, CURLINFO info, ...);
-CURLcode __wrap_curl_easy_getinfo(CURL* handle, CURLINFO info, ...) {
+CURLcode __wrap_curl_easy_getinfo(CURL* handle, int info_number, ...) {
   va_list arguments;
-  va_start(arguments, info);
+  va_start(arguments, info_number);
+  const auto info = static_cast<CURLINFO>(info_number);
   void* const answer = va_arg(arguments, void*);
   va_end(arguments);
   if (FailsNow("curl_easy_getinfo")) return CURLE_BAD_FUNCTION_ARGUMENT;

@@ -2,11 +2,14 @@
 #include <openssl/evp.h>
 #include <sched.h>
 #include <sys/mman.h>
+#include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 #include <uuid/uuid.h>
 
 #include <cerrno>
 #include <cstdarg>
+#include <cstdio>
 #include <cstring>
 
 #include "faults/wrapped_machine.h"
@@ -15,6 +18,7 @@
 using korvixsdk::test::CountClosed;
 using korvixsdk::test::CountOpened;
 using korvixsdk::test::FailsNow;
+using korvixsdk::test::FailsNowByNameOnly;
 using korvixsdk::test::wrapped_machine;
 
 namespace korvixsdk::test {
@@ -88,7 +92,7 @@ int __wrap_open(const char* path, int flags, ...) {
 
 ssize_t __real_read(int file, void* buffer, size_t size);
 ssize_t __wrap_read(int file, void* buffer, size_t size) {
-  if (FailsNow("read interrupted")) {
+  if (FailsNowByNameOnly("read interrupted")) {
     errno = EINTR;
     return -1;
   }
@@ -109,11 +113,69 @@ int __wrap_gethostname(char* name, size_t size) {
 
 void __real_uuid_unparse_lower(const uuid_t guid, char* text);
 void __wrap_uuid_unparse_lower(const uuid_t guid, char* text) {
-  if (FailsNow("new guid")) {
+  if (FailsNowByNameOnly("new guid")) {
     text[0] = '\0';
   } else {
     __real_uuid_unparse_lower(guid, text);
   }
+}
+
+int __real_execve(const char* program, char* const arguments[], char* const environment[]);
+int __wrap_execve(const char* program, char* const arguments[], char* const environment[]) {
+  if (FailsNow("execve")) return -1;
+  return __real_execve(program, arguments, environment);
+}
+
+// What the C++ library's file streams and file system call.
+
+FILE* __real_fopen64(const char* path, const char* mode);
+FILE* __wrap_fopen64(const char* path, const char* mode) {
+  if (FailsNow("fopen")) {
+    errno = EMFILE;
+    return nullptr;
+  }
+  return __real_fopen64(path, mode);
+}
+
+ssize_t __real_write(int file, const void* data, size_t size);
+ssize_t __wrap_write(int file, const void* data, size_t size) {
+  if (FailsNow("write")) {
+    errno = ENOSPC;
+    return -1;
+  }
+  return __real_write(file, data, size);
+}
+
+ssize_t __real_writev(int file, const iovec* parts, int count);
+ssize_t __wrap_writev(int file, const iovec* parts, int count) {
+  if (FailsNow("writev")) {
+    errno = ENOSPC;
+    return -1;
+  }
+  return __real_writev(file, parts, count);
+}
+
+int __real_fstat64(int file, struct stat64* status);
+int __wrap_fstat64(int file, struct stat64* status) {
+  return FailsNow("fstat") ? -1 : __real_fstat64(file, status);
+}
+
+int __real_stat(const char* path, struct stat* status);
+int __wrap_stat(const char* path, struct stat* status) {
+  if (FailsNow("stat")) {
+    errno = EACCES;
+    return -1;
+  }
+  return __real_stat(path, status);
+}
+
+int __real_mkdir(const char* path, mode_t mode);
+int __wrap_mkdir(const char* path, mode_t mode) {
+  if (FailsNow("mkdir")) {
+    errno = ENOSPC;
+    return -1;
+  }
+  return __real_mkdir(path, mode);
 }
 
 int __real___clone(int (*function)(void*), void* stack, int flags, void* context, ...);

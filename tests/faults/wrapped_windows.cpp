@@ -8,6 +8,8 @@
 #include <locale.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
 #include <cstring>
 
 #include "faults/wrapped_machine.h"
@@ -16,6 +18,7 @@
 using korvixsdk::test::CountClosed;
 using korvixsdk::test::CountOpened;
 using korvixsdk::test::FailsNow;
+using korvixsdk::test::FailsNowByNameOnly;
 using korvixsdk::test::wrapped_machine;
 
 namespace korvixsdk::test {
@@ -117,7 +120,7 @@ decltype(&GetComputerNameA) __wrap___imp_GetComputerNameA = &WrappedGetComputerN
 
 extern decltype(&CoCreateGuid) __real___imp_CoCreateGuid;
 static HRESULT WINAPI WrappedCoCreateGuid(GUID* guid) {
-  if (FailsNow("CoCreateGuid") || FailsNow("new guid")) return E_FAIL;
+  if (FailsNow("CoCreateGuid") || FailsNowByNameOnly("new guid")) return E_FAIL;
   return __real___imp_CoCreateGuid(guid);
 }
 decltype(&CoCreateGuid) __wrap___imp_CoCreateGuid = &WrappedCoCreateGuid;
@@ -138,6 +141,56 @@ static int WINAPI WrappedWideCharToMultiByte(UINT code_page, DWORD flags, LPCWCH
                                           replacement, replaced);
 }
 decltype(&WideCharToMultiByte) __wrap___imp_WideCharToMultiByte = &WrappedWideCharToMultiByte;
+
+extern decltype(&MultiByteToWideChar) __real___imp_MultiByteToWideChar;
+static int WINAPI WrappedMultiByteToWideChar(UINT code_page, DWORD flags, LPCCH text, int length,
+                                             LPWSTR wide, int wide_length) {
+  if (FailsNow("MultiByteToWideChar")) return 0;
+  return __real___imp_MultiByteToWideChar(code_page, flags, text, length, wide, wide_length);
+}
+decltype(&MultiByteToWideChar) __wrap___imp_MultiByteToWideChar = &WrappedMultiByteToWideChar;
+
+extern decltype(&GetFileAttributesExW) __real___imp_GetFileAttributesExW;
+static BOOL WINAPI WrappedGetFileAttributesExW(LPCWSTR path, GET_FILEEX_INFO_LEVELS level,
+                                               LPVOID data) {
+  if (FailsNow("GetFileAttributesExW")) return FALSE;
+  return __real___imp_GetFileAttributesExW(path, level, data);
+}
+decltype(&GetFileAttributesExW) __wrap___imp_GetFileAttributesExW = &WrappedGetFileAttributesExW;
+
+extern decltype(&CreateDirectoryW) __real___imp_CreateDirectoryW;
+static BOOL WINAPI WrappedCreateDirectoryW(LPCWSTR path, LPSECURITY_ATTRIBUTES security) {
+  if (FailsNow("CreateDirectoryW")) return FALSE;
+  return __real___imp_CreateDirectoryW(path, security);
+}
+decltype(&CreateDirectoryW) __wrap___imp_CreateDirectoryW = &WrappedCreateDirectoryW;
+
+// What the C++ library's file streams call.
+
+extern decltype(&_wfopen) __real___imp__wfopen;
+static FILE* __cdecl WrappedWideOpen(const wchar_t* path, const wchar_t* mode) {
+  if (FailsNow("_wfopen")) return nullptr;
+  return __real___imp__wfopen(path, mode);
+}
+decltype(&_wfopen) __wrap___imp__wfopen = &WrappedWideOpen;
+
+int __real_write(int file, const void* data, unsigned int size);
+int __wrap_write(int file, const void* data, unsigned int size) {
+  if (FailsNow("write")) {
+    errno = ENOSPC;
+    return -1;
+  }
+  return __real_write(file, data, size);
+}
+
+int __real_read(int file, void* data, unsigned int size);
+int __wrap_read(int file, void* data, unsigned int size) {
+  if (FailsNow("read")) {
+    errno = EIO;
+    return -1;
+  }
+  return __real_read(file, data, size);
+}
 
 extern decltype(&CreateProcessA) __real___imp_CreateProcessA;
 static BOOL WINAPI WrappedCreateProcessA(LPCSTR application, LPSTR command_line,

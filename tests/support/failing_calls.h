@@ -8,8 +8,8 @@ namespace korvixsdk::test {
 /// Makes calls of wrapped system and library functions fail. The linker's --wrap sends each of
 /// these functions to a wrapper, which asks `FailsNow` and otherwise calls the real one.
 
-/// While it lives, the `nth` call (from 1) of `function` fails, or all from the `nth` on.
-/// `function` "*" counts the calls of all wrapped functions together.
+/// While it lives, the `nth` call (from 1) of `function` in this thread fails, or all from the
+/// `nth` on. `function` "*" counts the calls of all wrapped functions together.
 class FailingCall {
  public:
   enum class Span { kOnce, kForEver };
@@ -25,6 +25,9 @@ class FailingCall {
 
 /// For the wrappers: counts the call and says whether it is to fail.
 bool FailsNow(const char* function);
+
+/// The same for events that "*" leaves aside.
+bool FailsNowByNameOnly(const char* event);
 
 /// Handles, buffers and the like that wrapped functions gave out and did not take back yet.
 int OpenResources();

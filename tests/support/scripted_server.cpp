@@ -30,12 +30,17 @@ Script Script::Redirect(const std::string& location) {
 }
 
 Script& Script::Send(std::string bytes) {
-  steps_.push_back({std::move(bytes), {}});
+  steps_.push_back({std::move(bytes), {}, false});
+  return *this;
+}
+
+Script& Script::SendForEver(std::string bytes, std::chrono::milliseconds pause) {
+  steps_.push_back({std::move(bytes), pause, true});
   return *this;
 }
 
 Script& Script::Pause(std::chrono::milliseconds time) {
-  steps_.push_back({{}, time});
+  steps_.push_back({{}, time, false});
   return *this;
 }
 
@@ -53,29 +58,54 @@ struct ScriptedServer::State {
   explicit State(std::vector<Script> all)
       : scripts(std::move(all)), acceptor(context, Loopback(0)) {}
 
+  struct Connection {
+    explicit Connection(tcp::socket accepted) : socket(std::move(accepted)) {}
+    tcp::socket socket;
+    std::thread thread;
+    bool ended = false;
+  };
+
   void AcceptConnections() {
-    for (std::size_t next = 0;; next = std::min(next + 1, scripts.size() - 1)) {
+    for (;;) {
       asio::error_code error;
       tcp::socket socket(context);
       acceptor.accept(socket, error);
       const std::lock_guard<std::mutex> lock(mutex);
       if (stopping || error) return;
-      sockets.push_back(std::move(socket));
-      connections.emplace_back(&State::Play, this, std::ref(sockets.back()), scripts[next]);
+      ForgetEndedConnections();
+      Connection& connection = connections.emplace_back(std::move(socket));
+      connection.thread = std::thread(&State::Play, this, std::ref(connection), scripts[next]);
+      next = std::min(next + 1, scripts.size() - 1);
     }
   }
 
-  void Play(tcp::socket& socket, const Script& script) {
+  /// Under the lock, which a thread whose connection has ended does not take again.
+  void ForgetEndedConnections() {
+    connections.remove_if([](Connection& connection) {
+      if (connection.ended) connection.thread.join();
+      return connection.ended;
+    });
+  }
+
+  /// False when the rest is not to be played.
+  bool PlayStep(tcp::socket& socket, const Script::Step& step, asio::error_code& error) {
+    do {
+      if (!step.bytes.empty()) asio::write(socket, asio::buffer(step.bytes), error);
+      if (error) return false;
+      if (step.pause.count() > 0) {
+        std::unique_lock<std::mutex> lock(mutex);
+        if (stopped.wait_for(lock, step.pause, [this] { return stopping; })) return false;
+      }
+    } while (step.for_ever);
+    return true;
+  }
+
+  void Play(Connection& connection, const Script& script) {
+    tcp::socket& socket = connection.socket;
     asio::error_code error;
     if (script.reads_) ReadHead(socket, error);
     for (const Script::Step& step : script.steps_) {
-      if (error) break;
-      if (step.pause.count() > 0) {
-        std::unique_lock<std::mutex> lock(mutex);
-        if (stopped.wait_for(lock, step.pause, [this] { return stopping; })) break;
-      } else {
-        asio::write(socket, asio::buffer(step.bytes), error);
-      }
+      if (error || !PlayStep(socket, step, error)) break;
     }
     if (script.reset_) {
       socket.set_option(asio::socket_base::linger(true, 0), error);
@@ -87,6 +117,7 @@ struct ScriptedServer::State {
     }
     const std::lock_guard<std::mutex> lock(mutex);
     socket.close(error);
+    connection.ended = true;
   }
 
   void ReadHead(tcp::socket& socket, asio::error_code& error) {
@@ -109,22 +140,23 @@ struct ScriptedServer::State {
     accepting.join();
     {
       const std::lock_guard<std::mutex> lock(mutex);
-      for (tcp::socket& socket : sockets) {
+      for (Connection& connection : connections) {
+        tcp::socket& socket = connection.socket;
         if (socket.is_open()) socket.shutdown(tcp::socket::shutdown_both, ignored);
       }
     }
-    for (std::thread& connection : connections) connection.join();
+    for (Connection& connection : connections) connection.thread.join();
   }
 
-  const std::vector<Script> scripts;
+  std::vector<Script> scripts;
+  std::size_t next = 0;
   asio::io_context context;
   tcp::acceptor acceptor;
   std::mutex mutex;
   std::condition_variable stopped;
   bool stopping = false;
   std::vector<std::string> requests;
-  std::list<tcp::socket> sockets;
-  std::list<std::thread> connections;
+  std::list<Connection> connections;
   std::thread accepting;
 };
 
@@ -137,6 +169,14 @@ ScriptedServer::ScriptedServer(Script script)
     : ScriptedServer(std::vector<Script>{std::move(script)}) {}
 
 ScriptedServer::~ScriptedServer() { state_->Stop(); }
+
+void ScriptedServer::Play(std::vector<Script> scripts) {
+  const std::lock_guard<std::mutex> lock(state_->mutex);
+  state_->scripts = std::move(scripts);
+  state_->next = 0;
+}
+
+void ScriptedServer::Play(Script script) { Play(std::vector<Script>{std::move(script)}); }
 
 std::string ScriptedServer::address() const {
   return "http://127.0.0.1:" + std::to_string(state_->acceptor.local_endpoint().port());

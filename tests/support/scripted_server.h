@@ -18,6 +18,10 @@ class Script {
   static Script Redirect(const std::string& location);
 
   Script& Send(std::string bytes);
+  /// Sends the bytes again and again, each time followed by the pause, until the client hangs up or
+  /// the server stops.
+  Script& SendForEver(std::string bytes,
+                      std::chrono::milliseconds pause = std::chrono::milliseconds(0));
   /// Ends early when the server stops.
   Script& Pause(std::chrono::milliseconds time);
   /// Ends the connection with a TCP reset instead of an orderly close.
@@ -30,6 +34,7 @@ class Script {
   struct Step {
     std::string bytes;
     std::chrono::milliseconds pause{0};
+    bool for_ever = false;
   };
   std::vector<Step> steps_;
   bool reset_ = false;
@@ -46,6 +51,10 @@ class ScriptedServer {
   ~ScriptedServer();
   ScriptedServer(const ScriptedServer&) = delete;
   ScriptedServer& operator=(const ScriptedServer&) = delete;
+
+  /// Further connections are played these scripts instead, from the first on.
+  void Play(std::vector<Script> scripts);
+  void Play(Script script);
 
   /// "http://127.0.0.1:PORT"
   std::string address() const;
