@@ -13,6 +13,7 @@ elseif(KORVIXSDK_SANITIZER)
 endif()
 if(KORVIXSDK_SANITIZER)
   list(APPEND korvixsdk_sanitizer_flags -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  add_compile_options(${korvixsdk_sanitizer_flags})
+  # The C++ library looks at its own bounds too.
+  add_compile_options(${korvixsdk_sanitizer_flags} -D_GLIBCXX_ASSERTIONS)
   add_link_options(${korvixsdk_sanitizer_flags})
 endif()

@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "faults/wrapped_curl.h"
@@ -169,6 +172,30 @@ TEST_F(CurlFaults, DownloadSetsTheseOptionsAndNoOther) {
                             {CURLOPT_TIMEOUT, 30},      {CURLOPT_SSL_VERIFYPEER, 1},
                             {CURLOPT_SSL_VERIFYHOST, 2}};
   EXPECT_EQ(wrapped_curl.options, expected);
+}
+
+/// What decides whose certificates are taken.
+bool IsAboutTrust(const std::pair<CURLoption, long>& option) {
+  static const std::vector<CURLoption> about_trust = {
+      CURLOPT_SSL_VERIFYPEER,  CURLOPT_SSL_VERIFYHOST, CURLOPT_SSL_VERIFYSTATUS,
+      CURLOPT_CAINFO,          CURLOPT_CAINFO_BLOB,    CURLOPT_CAPATH,
+      CURLOPT_SSL_OPTIONS,     CURLOPT_SSLVERSION,     CURLOPT_SSL_CTX_FUNCTION,
+      CURLOPT_SSL_CIPHER_LIST, CURLOPT_PINNEDPUBLICKEY};
+  return std::count(about_trust.begin(), about_trust.end(), option.first) != 0;
+}
+
+// What is not set keeps libcurl's default, which verifies peer and host.
+TEST_F(CurlFaults, NoExchangeWeakensCertificateVerification) {
+  wrapped_curl.perform_result = CURLE_OK;
+  wrapped_curl.status = 200;
+  EXPECT_FALSE(PerformGet("https://127.0.0.1:9", "/", {}).error.ok());
+  EXPECT_EQ(std::count_if(wrapped_curl.options.begin(), wrapped_curl.options.end(), IsAboutTrust),
+            0);
+  EXPECT_TRUE(DownloadPackage("https://127.0.0.1:9/package").ok());
+  Options about_trust;
+  std::copy_if(wrapped_curl.options.begin(), wrapped_curl.options.end(),
+               std::back_inserter(about_trust), IsAboutTrust);
+  EXPECT_EQ(about_trust, (Options{{CURLOPT_SSL_VERIFYPEER, 1}, {CURLOPT_SSL_VERIFYHOST, 2}}));
 }
 
 TEST_F(CurlFaults, DownloadStopsAtOptionThatIsRefused) {

@@ -1,0 +1,30 @@
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include "process_usage.h"
+
+namespace soak {
+namespace {
+
+std::int64_t ResidentKib() {
+  std::ifstream statm("/proc/self/statm");
+  std::int64_t total_pages = 0;
+  std::int64_t resident_pages = 0;
+  statm >> total_pages >> resident_pages;
+  if (!statm) throw std::runtime_error("/proc/self/statm cannot be read");
+  return resident_pages * sysconf(_SC_PAGESIZE) / 1024;
+}
+
+}  // namespace
+
+ProcessUsage MeasureProcess() {
+  const std::filesystem::directory_iterator descriptors("/proc/self/fd");
+  // One of them is the iterator's own.
+  return {ResidentKib(), std::distance(begin(descriptors), end(descriptors)) - 1};
+}
+
+}  // namespace soak

@@ -1,0 +1,68 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "files/child_process.h"
+
+namespace korvixsdk::test {
+
+struct ChildProcess::System {
+  pid_t id = -1;
+  int input = -1;
+  int output = -1;
+};
+
+ChildProcess::ChildProcess(const std::vector<std::string>& command)
+    : system_(std::make_unique<System>()) {
+  // A program that has ended must not end the test that writes to it.
+  signal(SIGPIPE, SIG_IGN);
+  int input[2] = {-1, -1};
+  int output[2] = {-1, -1};
+  EXPECT_EQ(pipe2(input, O_CLOEXEC) + pipe2(output, O_CLOEXEC), 0);
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_adddup2(&actions, input[0], STDIN_FILENO);
+  posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
+  std::vector<std::string> texts = command;
+  std::vector<char*> arguments;
+  for (std::string& text : texts) arguments.push_back(text.data());
+  arguments.push_back(nullptr);
+  EXPECT_EQ(posix_spawn(&system_->id, arguments[0], &actions, nullptr, arguments.data(), environ),
+            0);
+  posix_spawn_file_actions_destroy(&actions);
+  close(input[0]);
+  close(output[1]);
+  system_->input = input[1];
+  system_->output = output[0];
+}
+
+ChildProcess::~ChildProcess() {
+  Kill();
+  close(system_->input);
+  close(system_->output);
+}
+
+void ChildProcess::WriteLine(const std::string& line) {
+  const std::string bytes = line + '\n';
+  EXPECT_EQ(write(system_->input, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+}
+
+std::string ChildProcess::ReadLine() {
+  std::string line;
+  char character = 0;
+  while (read(system_->output, &character, 1) == 1 && character != '\n') line += character;
+  return line;
+}
+
+void ChildProcess::Kill() {
+  if (system_->id < 0) return;
+  kill(system_->id, SIGKILL);
+  int status = 0;
+  EXPECT_EQ(waitpid(system_->id, &status, 0), system_->id);
+  system_->id = -1;
+}
+
+}  // namespace korvixsdk::test
