@@ -66,7 +66,8 @@ start_wine() {
   rm -rf "$WINEPREFIX"
   mkdir -p "$WINEPREFIX"
   # First, as it refuses where a server runs already; it is there for as long as it is not stopped.
-  wineserver -p
+  # What it says when it is stopped is for Wine's own developers.
+  wineserver -p >/dev/null 2>&1
   scripts/lib/wine-run wineboot --init >/dev/null 2>&1 || fail "Wine could not make its prefix"
 }
 
