@@ -5,6 +5,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <utility>
+
 #include "files/child_process.h"
 
 namespace korvixsdk::test {
@@ -13,6 +15,8 @@ struct ChildProcess::System {
   pid_t id = -1;
   int input = -1;
   int output = -1;
+  /// Received, but not yet asked for.
+  std::string received{};
 };
 
 ChildProcess::ChildProcess(const std::vector<std::string>& command)
@@ -51,9 +55,17 @@ void ChildProcess::WriteLine(const std::string& line) {
 }
 
 std::string ChildProcess::ReadLine() {
-  std::string line;
-  char character = 0;
-  while (read(system_->output, &character, 1) == 1 && character != '\n') line += character;
+  std::string& received = system_->received;
+  std::size_t end = received.find('\n');
+  while (end == std::string::npos) {
+    char bytes[256];
+    const ssize_t got = read(system_->output, bytes, sizeof(bytes));
+    if (got <= 0) return std::exchange(received, {});
+    received.append(bytes, static_cast<std::size_t>(got));
+    end = received.find('\n');
+  }
+  std::string line = received.substr(0, end);
+  received.erase(0, end + 1);
   return line;
 }
 

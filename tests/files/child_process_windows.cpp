@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <utility>
+
 #include "files/child_process.h"
 
 namespace korvixsdk::test {
@@ -34,6 +36,8 @@ struct ChildProcess::System {
   HANDLE process = nullptr;
   HANDLE input = nullptr;
   HANDLE output = nullptr;
+  /// Received, but not yet asked for.
+  std::string received{};
 };
 
 ChildProcess::ChildProcess(const std::vector<std::string>& command)
@@ -53,7 +57,9 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command)
   CloseHandle(process.hThread);
   CloseHandle(input.child_end);
   CloseHandle(output.child_end);
-  *system_ = {process.hProcess, input.test_end, output.test_end};
+  system_->process = process.hProcess;
+  system_->input = input.test_end;
+  system_->output = output.test_end;
 }
 
 ChildProcess::~ChildProcess() {
@@ -71,12 +77,19 @@ void ChildProcess::WriteLine(const std::string& line) {
 }
 
 std::string ChildProcess::ReadLine() {
-  std::string line;
-  char character = 0;
-  DWORD got = 0;
-  while (ReadFile(system_->output, &character, 1, &got, nullptr) && got == 1 && character != '\n') {
-    if (character != '\r') line += character;
+  std::string& received = system_->received;
+  std::size_t end = received.find("\r\n");
+  while (end == std::string::npos) {
+    char bytes[256];
+    DWORD got = 0;
+    if (!ReadFile(system_->output, bytes, sizeof(bytes), &got, nullptr)) {
+      return std::exchange(received, {});
+    }
+    received.append(bytes, got);
+    end = received.find("\r\n");
   }
+  std::string line = received.substr(0, end);
+  received.erase(0, end + 2);
   return line;
 }
 

@@ -12,7 +12,7 @@ namespace {
 /// While it lives, another process has the file open and shares it with no one.
 class HeldFile {
  public:
-  explicit HeldFile(const std::string& path) : process_({KORVIXSDK_FILES_HELPER, "hold", path}) {
+  explicit HeldFile(const std::string& path) : process_({KORVIXSDK_FILES_PARTNER, "hold", path}) {
     EXPECT_EQ(process_.ReadLine(), "ready");
   }
 

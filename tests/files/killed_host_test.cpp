@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "files/file_host.h"
-#include "files/helper_host.h"
 #include "files/large_package.h"
+#include "files/partner_host.h"
 #include "support/temp_folder.h"
 
 namespace korvixsdk::test {
@@ -52,7 +52,7 @@ class KilledHosts {
 
   void Play() {
     running_time_ = MeasureRun();
-    std::unique_ptr<HelperHost> host = Start();
+    std::unique_ptr<PartnerHost> host = Start();
     for (int round = 0; round < kRounds && !testing::Test::HasFailure(); ++round) {
       PlayRound(round, host);
     }
@@ -67,12 +67,12 @@ class KilledHosts {
     return folder_.path() / "cache" / "updates" / "editor.pkg";
   }
 
-  std::unique_ptr<HelperHost> Start() const {
-    return std::make_unique<HelperHost>(folder_.Entry("cache"), folder_.Entry("id"), url_);
+  std::unique_ptr<PartnerHost> Start() const {
+    return std::make_unique<PartnerHost>(folder_.Entry("cache"), folder_.Entry("id"), url_);
   }
 
   /// By turns a machine on which the host never ran and one with an earlier, longer package.
-  void PlayRound(int round, std::unique_ptr<HelperHost>& host) {
+  void PlayRound(int round, std::unique_ptr<PartnerHost>& host) {
     std::string earlier_id;
     if (round % 2 == 0) {
       ForgetEverything();
@@ -101,7 +101,7 @@ class KilledHosts {
   }
 
   /// Goes through one run to its end; answers the identifier.
-  std::string ExpectGoodRun(HelperHost& host) const {
+  std::string ExpectGoodRun(PartnerHost& host) const {
     host.Begin();
     std::string id = host.End();
     EXPECT_TRUE(IsFallbackId(id)) << id;
@@ -120,7 +120,7 @@ class KilledHosts {
   /// How long a run takes: the median, as the first ones take longer.
   Clock::duration MeasureRun() const {
     std::vector<Clock::duration> times(kMeasuredRuns);
-    const std::unique_ptr<HelperHost> host = Start();
+    const std::unique_ptr<PartnerHost> host = Start();
     for (Clock::duration& time : times) {
       ForgetEverything();
       const Clock::time_point start = Clock::now();

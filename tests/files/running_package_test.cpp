@@ -19,7 +19,7 @@ TEST(RunningPackage, CannotBeWrittenUntilItHasEnded) {
   const TempFolder folder;
   const std::string path = Join(folder.Entry("updates"), "editor.exe");
   std::filesystem::create_directory(folder.path() / "updates");
-  ASSERT_TRUE(std::filesystem::copy_file(KORVIXSDK_FILES_HELPER, path));
+  ASSERT_TRUE(std::filesystem::copy_file(KORVIXSDK_FILES_PARTNER, path));
   const std::uintmax_t size = std::filesystem::file_size(path);
   ChildProcess package({path, "wait"});
   ASSERT_EQ(package.ReadLine(), "ready");

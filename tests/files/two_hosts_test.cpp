@@ -4,8 +4,8 @@
 #include <string>
 
 #include "files/file_host.h"
-#include "files/helper_host.h"
 #include "files/large_package.h"
+#include "files/partner_host.h"
 #include "support/temp_folder.h"
 
 namespace korvixsdk::test {
@@ -18,8 +18,8 @@ TEST(TwoHosts, ThatPrepareOnePackageAtOnceLeaveItWhole) {
   const TempFolder folder;
   const std::string package = LargePackage(kPackageSize);
   const PackageService service(kPackageSize);
-  HelperHost first(folder.text(), folder.Entry("id"), service.url());
-  HelperHost second(folder.text(), folder.Entry("id"), service.url());
+  PartnerHost first(folder.text(), folder.Entry("id"), service.url());
+  PartnerHost second(folder.text(), folder.Entry("id"), service.url());
   for (int round = 0; round < kRounds; ++round) {
     SCOPED_TRACE("round " + std::to_string(round));
     // Every other time there is none to begin with.
@@ -35,8 +35,8 @@ TEST(TwoHosts, ThatPrepareOnePackageAtOnceLeaveItWhole) {
 TEST(TwoHosts, ThatBothFindNoFallbackIdLeaveOneOfTheirs) {
   const TempFolder folder;
   const std::filesystem::path id_path = folder.path() / "id";
-  HelperHost first(folder.text(), folder.Entry("id"), "mock://package-ok");
-  HelperHost second(folder.text(), folder.Entry("id"), "mock://package-ok");
+  PartnerHost first(folder.text(), folder.Entry("id"), "mock://package-ok");
+  PartnerHost second(folder.text(), folder.Entry("id"), "mock://package-ok");
   for (int round = 0; round < kRounds; ++round) {
     SCOPED_TRACE("round " + std::to_string(round));
     std::filesystem::remove(id_path);

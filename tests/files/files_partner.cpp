@@ -1,13 +1,12 @@
-// files_helper host CACHE-FOLDER ID-FILE PACKAGE-URL: a host that goes through its file work once
+// files_partner host CACHE-FOLDER ID-FILE PACKAGE-URL: a host that goes through its file work once
 //   for each line on standard input and answers a line: the two error codes, the identifier, and
 //   what failed.
-// files_helper hold FILE: keeps the file open without sharing it (Windows), until standard input
-//   ends.
-// files_helper serve SIZE: a service whose packages are all LargePackage(SIZE); its second line is
-// its
-//   address. Until standard input ends.
-// files_helper wait: does nothing, until standard input ends.
-// Each says "ready" first.
+// files_partner hold FILE: keeps the file open without sharing it (Windows).
+// files_partner serve SIZE: a service whose packages are all LargePackage(SIZE); says its address
+// in
+//   its second line.
+// files_partner wait: does nothing.
+// Each says "ready" first and ends when standard input does.
 #include <iostream>
 #include <string>
 
@@ -80,6 +79,6 @@ int main(int argc, char** argv) {
     WaitForEnd();
     return 0;
   }
-  std::cerr << "files_helper: wrong usage\n";
+  std::cerr << "files_partner: wrong usage\n";
   return 2;
 }

@@ -1,5 +1,5 @@
-#ifndef KORVIXSDK_TESTS_FILES_HELPER_HOST_H_
-#define KORVIXSDK_TESTS_FILES_HELPER_HOST_H_
+#ifndef KORVIXSDK_TESTS_FILES_PARTNER_HOST_H_
+#define KORVIXSDK_TESTS_FILES_PARTNER_HOST_H_
 
 #include <gtest/gtest.h>
 
@@ -9,11 +9,11 @@
 
 namespace korvixsdk::test {
 
-/// The helper program as a host in a process of its own.
-class HelperHost {
+/// The partner program as a host in a process of its own.
+class PartnerHost {
  public:
-  HelperHost(const std::string& cache_dir, const std::string& id_path, const std::string& url)
-      : process_({KORVIXSDK_FILES_HELPER, "host", cache_dir, id_path, url}) {
+  PartnerHost(const std::string& cache_dir, const std::string& id_path, const std::string& url)
+      : process_({KORVIXSDK_FILES_PARTNER, "host", cache_dir, id_path, url}) {
     EXPECT_EQ(process_.ReadLine(), "ready");
   }
 
@@ -41,7 +41,7 @@ class HelperHost {
 class PackageService {
  public:
   explicit PackageService(std::size_t package_size)
-      : process_({KORVIXSDK_FILES_HELPER, "serve", std::to_string(package_size)}) {
+      : process_({KORVIXSDK_FILES_PARTNER, "serve", std::to_string(package_size)}) {
     EXPECT_EQ(process_.ReadLine(), "ready");
     url_ = process_.ReadLine() + "/editor.pkg";
   }
@@ -55,4 +55,4 @@ class PackageService {
 
 }  // namespace korvixsdk::test
 
-#endif  // KORVIXSDK_TESTS_FILES_HELPER_HOST_H_
+#endif  // KORVIXSDK_TESTS_FILES_PARTNER_HOST_H_
