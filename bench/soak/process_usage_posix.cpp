@@ -1,11 +1,10 @@
 #include <unistd.h>
 
-#include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 #include "process_usage.h"
+#include "support/open_handles.h"
 
 namespace soak {
 namespace {
@@ -21,10 +20,6 @@ std::int64_t ResidentKib() {
 
 }  // namespace
 
-ProcessUsage MeasureProcess() {
-  const std::filesystem::directory_iterator descriptors("/proc/self/fd");
-  // One of them is the iterator's own.
-  return {ResidentKib(), std::distance(begin(descriptors), end(descriptors)) - 1};
-}
+ProcessUsage MeasureProcess() { return {ResidentKib(), korvixsdk::test::OpenHandles()}; }
 
 }  // namespace soak

@@ -3,6 +3,7 @@
 #include "network/http_transport.h"
 #include "network/service_code.h"
 #include "network/wall_clock.h"
+#include "platform/ascii.h"
 
 namespace korvixsdk {
 namespace {
@@ -41,7 +42,7 @@ UpdateInfo CannedOffer(const std::string& current_version) {
 }  // namespace
 
 bool IsMockUrl(const std::string& server_base_url) {
-  return server_base_url.rfind(kMockScheme, 0) == 0;
+  return StartsWith(server_base_url, kMockScheme);
 }
 
 MockMode ClassifyMockUrl(const std::string& server_base_url) {

@@ -16,6 +16,10 @@ inline std::string_view TrimAscii(std::string_view text) {
   return text.substr(first, text.find_last_not_of(kAsciiWhiteSpace) - first + 1);
 }
 
+inline bool StartsWith(std::string_view text, std::string_view prefix) {
+  return text.substr(0, prefix.size()) == prefix;
+}
+
 /// "A" to "Z" as "a" to "z"; every other byte unchanged.
 inline std::string FoldAsciiToLower(std::string text) {
   for (char& c : text) {

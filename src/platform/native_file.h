@@ -28,7 +28,7 @@ FileOutcome WriteWholeFile(const std::filesystem::path& path, const std::string&
 bool CreateParentDirectories(const std::filesystem::path& path) noexcept;
 
 /// Creates the folder and its missing ancestors; true when it stands afterwards. One answer a
-/// platform, in its folder, as are the next three.
+/// platform, in its folder, as are the next four.
 bool CreateDirectoryChain(const std::filesystem::path& path) noexcept;
 
 /// Whether anything stands at `path`, links followed; false when that cannot be told.
@@ -39,6 +39,9 @@ bool IsFolder(const std::filesystem::path& path) noexcept;
 
 /// Whether `path` is a device or a pipe, which a reader might never see the end of.
 bool ReadingMightNotEnd(const std::filesystem::path& path) noexcept;
+
+/// Whether opening `path` for writing would wait for somebody to read from it.
+bool OpeningMightNotEnd(const std::filesystem::path& path) noexcept;
 
 }  // namespace korvixsdk
 

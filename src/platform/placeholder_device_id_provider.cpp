@@ -66,7 +66,9 @@ std::string ReadStoredId(const std::filesystem::path& path) {
 }
 
 Error StoreId(const std::optional<std::filesystem::path>& path, const std::string& id) {
-  if (!path) return PlatformError("Failed to write fallback device id");
+  if (!path || OpeningMightNotEnd(*path)) {
+    return PlatformError("Failed to write fallback device id");
+  }
   if (!CreateParentDirectories(*path)) {
     return PlatformError("Failed to create fallback device id directory");
   }

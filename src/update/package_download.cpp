@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "network/curl_handle.h"
+#include "platform/ascii.h"
 
 namespace korvixsdk {
 namespace {
@@ -24,8 +25,6 @@ struct Download {
   std::string body{};
   bool started = false;
 };
-
-bool StartsWith(const std::string& text, const char* prefix) { return text.rfind(prefix, 0) == 0; }
 
 Result<std::string> Failure(std::string message) {
   return {{}, Error{kNetworkError, std::move(message)}};

@@ -1,5 +1,6 @@
 #include "update/updater_launch.h"
 
+#include "platform/ascii.h"
 #include "platform/detached_process.h"
 
 namespace korvixsdk {
@@ -7,8 +8,6 @@ namespace {
 
 constexpr char kMockLaunchOk[] = "mock://launch-ok";
 constexpr char kMockLaunchFail[] = "mock://launch-fail";
-
-bool StartsWith(const std::string& text, const char* prefix) { return text.rfind(prefix, 0) == 0; }
 
 }  // namespace
 

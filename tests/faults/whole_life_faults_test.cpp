@@ -61,15 +61,27 @@ class WholeLife : public testing::TestWithParam<FailingCall::Span> {
     ASSERT_TRUE(good.ok()) << good.prepare.error.message << good.launch.message;
     // Some more lives, after which what is made once and kept has been made.
     for (int i = 0; i < 3; ++i) EXPECT_TRUE(test::LiveOnce(sdk, config_, updater_, nullptr).ok());
-    handles_ = test::OpenHandles();
+    handles_ = test::OpenHandlesAtRest();
     bool happened = true;
     int nth = 0;
     while (happened && ++nth < kTooMany && !HasFailure()) {
       SCOPED_TRACE("call " + std::to_string(nth));
-      happened = FailOnce(sdk, good, nth);
+      happened = FailWithoutLeak(sdk, good, nth);
     }
     EXPECT_GT(nth, 30) << "hardly a call was wrapped";
     EXPECT_LT(nth, kTooMany);
+  }
+
+  /// A handle that is left open is left open each time. What is made at its first use and kept,
+  /// such as the event of a lock, is not.
+  bool FailWithoutLeak(KorvixSDK& sdk, const LifeAnswers& good, int nth) {
+    for (int attempt = 0; attempt < 3; ++attempt) {
+      const bool happened = FailOnce(sdk, good, nth);
+      if (test::OpenHandlesFallTo(handles_) || HasFailure()) return happened;
+      handles_ = test::OpenHandlesAtRest();
+    }
+    ADD_FAILURE() << "a handle is left open each time, " << handles_ << " by now";
+    return false;
   }
 
   bool FailOnce(KorvixSDK& sdk, const LifeAnswers& good, int nth) {
@@ -85,7 +97,6 @@ class WholeLife : public testing::TestWithParam<FailingCall::Span> {
     test::ExpectDocumentedAnswers(answers);
     EXPECT_EQ(test::OpenResources(), resources)
         << "something of libcurl's or the hash is left open";
-    EXPECT_TRUE(test::OpenHandlesFallTo(handles_)) << "a handle is left open";
     const LifeAnswers next = test::LiveOnce(sdk, config_, updater_, nullptr);
     EXPECT_TRUE(next.ok()) << next.init.message << next.device_id.error.message
                            << next.prepare.error.message << next.launch.message;

@@ -14,6 +14,8 @@ struct WrappedMachine {
   std::optional<std::string> computer_name;
   /// Answers of the C runtime's code page query (Windows).
   std::optional<unsigned int> locale_code_page;
+  /// Attributes that every file and folder has besides its own, until it is opened (Windows).
+  unsigned long added_attributes = 0;
   /// Processes are not started but recorded, as program and argument or as command line.
   bool record_processes = false;
   std::vector<std::string> processes;

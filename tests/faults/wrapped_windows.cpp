@@ -154,9 +154,30 @@ extern decltype(&GetFileAttributesExW) __real___imp_GetFileAttributesExW;
 static BOOL WINAPI WrappedGetFileAttributesExW(LPCWSTR path, GET_FILEEX_INFO_LEVELS level,
                                                LPVOID data) {
   if (FailsNow("GetFileAttributesExW")) return FALSE;
-  return __real___imp_GetFileAttributesExW(path, level, data);
+  if (!__real___imp_GetFileAttributesExW(path, level, data)) return FALSE;
+  static_cast<WIN32_FILE_ATTRIBUTE_DATA*>(data)->dwFileAttributes |=
+      wrapped_machine.added_attributes;
+  return TRUE;
 }
 decltype(&GetFileAttributesExW) __wrap___imp_GetFileAttributesExW = &WrappedGetFileAttributesExW;
+
+extern decltype(&CreateFileW) __real___imp_CreateFileW;
+static HANDLE WINAPI WrappedCreateFileW(LPCWSTR path, DWORD access, DWORD share,
+                                        LPSECURITY_ATTRIBUTES security, DWORD disposition,
+                                        DWORD flags, HANDLE like) {
+  if (FailsNow("CreateFileW")) return INVALID_HANDLE_VALUE;
+  return __real___imp_CreateFileW(path, access, share, security, disposition, flags, like);
+}
+decltype(&CreateFileW) __wrap___imp_CreateFileW = &WrappedCreateFileW;
+
+extern decltype(&GetFileInformationByHandle) __real___imp_GetFileInformationByHandle;
+static BOOL WINAPI WrappedGetFileInformationByHandle(HANDLE file,
+                                                     LPBY_HANDLE_FILE_INFORMATION information) {
+  if (FailsNow("GetFileInformationByHandle")) return FALSE;
+  return __real___imp_GetFileInformationByHandle(file, information);
+}
+decltype(&GetFileInformationByHandle) __wrap___imp_GetFileInformationByHandle =
+    &WrappedGetFileInformationByHandle;
 
 extern decltype(&CreateDirectoryW) __real___imp_CreateDirectoryW;
 static BOOL WINAPI WrappedCreateDirectoryW(LPCWSTR path, LPSECURITY_ATTRIBUTES security) {

@@ -1,4 +1,7 @@
 #include <gtest/gtest.h>
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
 
 #include <filesystem>
 #include <string>
@@ -70,6 +73,15 @@ TEST(FallbackIdFile, FailsOnFullDisk) {
   FileHost host(folder.Entry("cache"), path);
   ExpectNoId(host, kNotWritten);
 }
+
+#ifndef _WIN32
+TEST(FallbackIdFile, FailsAtOnceForPipeThatNobodyReads) {
+  const TempFolder folder;
+  ASSERT_EQ(mkfifo((folder.path() / "id").c_str(), 0600), 0);
+  FileHost host(folder.Entry("cache"), folder.Entry("id"));
+  ExpectNoId(host, kNotOpened);
+}
+#endif
 
 TEST(FallbackIdFile, IsWrittenOnceTheObstacleIsGone) {
   const TempFolder folder;

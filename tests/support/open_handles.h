@@ -6,6 +6,10 @@ namespace korvixsdk::test {
 /// How many handles (Windows) or descriptors (Linux) this process has open.
 long OpenHandles();
 
+/// The lowest count of some tenths of a second, in which a server in another thread closes what it
+/// still has open.
+long OpenHandlesAtRest();
+
 /// Waits until no more than `limit` are open: what this process has leaked never closes, what a
 /// server in another thread is still closing does. False when it has waited long enough.
 bool OpenHandlesFallTo(long limit);

@@ -72,19 +72,23 @@ struct ScriptedServer::State {
       acceptor.accept(socket, error);
       const std::lock_guard<std::mutex> lock(mutex);
       if (stopping || error) return;
-      ForgetEndedConnections();
       Connection& connection = connections.emplace_back(std::move(socket));
       connection.thread = std::thread(&State::Play, this, std::ref(connection), scripts[next]);
       next = std::min(next + 1, scripts.size() - 1);
     }
   }
 
-  /// Under the lock, which a thread whose connection has ended does not take again.
+  /// As soon as one ends, so that no handle of it stays open. Joins under the lock, which a thread
+  /// whose connection has ended does not take again.
   void ForgetEndedConnections() {
-    connections.remove_if([](Connection& connection) {
-      if (connection.ended) connection.thread.join();
-      return connection.ended;
-    });
+    std::unique_lock<std::mutex> lock(mutex);
+    while (!stopping) {
+      connections.remove_if([](Connection& connection) {
+        if (connection.ended) connection.thread.join();
+        return connection.ended;
+      });
+      one_ended.wait(lock);
+    }
   }
 
   /// False when the rest is not to be played.
@@ -112,19 +116,40 @@ struct ScriptedServer::State {
     } else {
       // What the client still sends is read, lest closing turn into a reset.
       socket.shutdown(tcp::socket::shutdown_send, error);
-      char rest[512];
-      while (!error) socket.read_some(asio::buffer(rest), error);
+      std::string rest;
+      while (!error) ReadSome(socket, rest, error);
     }
     const std::lock_guard<std::mutex> lock(mutex);
     socket.close(error);
     connection.ended = true;
+    one_ended.notify_all();
   }
 
   void ReadHead(tcp::socket& socket, asio::error_code& error) {
     std::string head;
-    asio::read_until(socket, asio::dynamic_buffer(head), "\r\n\r\n", error);
+    while (!error && head.find("\r\n\r\n") == std::string::npos) ReadSome(socket, head, error);
     const std::lock_guard<std::mutex> lock(mutex);
     if (!head.empty()) requests.push_back(head);
+  }
+
+  /// Waits for bytes by asking again and again: under Wine nothing wakes a read that waits for a
+  /// client that was killed.
+  void ReadSome(tcp::socket& socket, std::string& bytes, asio::error_code& error) {
+    socket.non_blocking(true, error);
+    char some[512];
+    std::size_t size = 0;
+    while (!error && size == 0) {
+      size = socket.read_some(asio::buffer(some), error);
+      if (error != asio::error::would_block) continue;
+      error.clear();
+      std::unique_lock<std::mutex> lock(mutex);
+      if (stopped.wait_for(lock, std::chrono::milliseconds(1), [this] { return stopping; })) {
+        error = asio::error::operation_aborted;
+      }
+    }
+    bytes.append(some, size);
+    asio::error_code ignored;
+    socket.non_blocking(false, ignored);
   }
 
   void Stop() {
@@ -133,6 +158,8 @@ struct ScriptedServer::State {
       stopping = true;
     }
     stopped.notify_all();
+    one_ended.notify_all();
+    forgetting.join();
     // A connection of our own wakes the accepting thread.
     asio::error_code ignored;
     tcp::socket waker(context);
@@ -154,15 +181,18 @@ struct ScriptedServer::State {
   tcp::acceptor acceptor;
   std::mutex mutex;
   std::condition_variable stopped;
+  std::condition_variable one_ended;
   bool stopping = false;
   std::vector<std::string> requests;
   std::list<Connection> connections;
   std::thread accepting;
+  std::thread forgetting;
 };
 
 ScriptedServer::ScriptedServer(std::vector<Script> scripts)
     : state_(std::make_unique<State>(std::move(scripts))) {
   state_->accepting = std::thread(&State::AcceptConnections, state_.get());
+  state_->forgetting = std::thread(&State::ForgetEndedConnections, state_.get());
 }
 
 ScriptedServer::ScriptedServer(Script script)

@@ -30,4 +30,9 @@ bool ReadingMightNotEnd(const std::filesystem::path& path) noexcept {
   return std::filesystem::is_other(path, error);
 }
 
+bool OpeningMightNotEnd(const std::filesystem::path& path) noexcept {
+  std::error_code error;
+  return std::filesystem::is_fifo(path, error);
+}
+
 }  // namespace korvixsdk

@@ -8,21 +8,25 @@
 namespace korvixsdk {
 namespace {
 
-/// The target of a link, which GetFileAttributesExW does not follow.
-bool TargetExists(const std::filesystem::path& link) {
+/// The attributes of what a link leads to, or 0 when it leads nowhere.
+DWORD TargetAttributes(const std::filesystem::path& link) {
   const HANDLE target = CreateFileW(link.c_str(), FILE_READ_ATTRIBUTES,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                     OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-  if (target == INVALID_HANDLE_VALUE) return false;
+  if (target == INVALID_HANDLE_VALUE) return 0;
+  BY_HANDLE_FILE_INFORMATION information{};
+  const BOOL known = GetFileInformationByHandle(target, &information);
   CloseHandle(target);
-  return true;
+  return known ? information.dwFileAttributes : 0;
 }
 
 /// The attributes, or 0 when there is nothing or it cannot be told.
 DWORD Attributes(const std::filesystem::path& path) {
   WIN32_FILE_ATTRIBUTE_DATA data{};
   if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)) return 0;
-  return data.dwFileAttributes;
+  // It follows no links.
+  const bool link = (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+  return link ? TargetAttributes(path) : data.dwFileAttributes;
 }
 
 }  // namespace
@@ -46,11 +50,7 @@ bool CreateDirectoryChain(const std::filesystem::path& path) noexcept {
   return IsFolder(path);
 }
 
-bool PathExists(const std::filesystem::path& path) noexcept {
-  const DWORD attributes = Attributes(path);
-  if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) return TargetExists(path);
-  return attributes != 0;
-}
+bool PathExists(const std::filesystem::path& path) noexcept { return Attributes(path) != 0; }
 
 bool IsFolder(const std::filesystem::path& path) noexcept {
   return (Attributes(path) & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -59,5 +59,8 @@ bool IsFolder(const std::filesystem::path& path) noexcept {
 /// Files are all that a path leads to, but for reserved names, which the C runtime opens as devices
 /// that end by themselves.
 bool ReadingMightNotEnd(const std::filesystem::path&) noexcept { return false; }
+
+/// A pipe that nobody serves fails to open at once.
+bool OpeningMightNotEnd(const std::filesystem::path&) noexcept { return false; }
 
 }  // namespace korvixsdk
