@@ -6,7 +6,7 @@
 
 namespace korvixsdk {
 
-/// Whole files and folder chains over the standard library, for the file system provider, the
+/// Whole files and folder chains, for the file system provider, the
 /// fallback identifier file and the cache directory. Nothing here throws: running out of memory
 /// ends as the failure of the step that needed it.
 
@@ -20,7 +20,7 @@ enum class FileOutcome {
 /// Appends nothing and replaces `content` with the file's bytes; empty unless `kDone`.
 FileOutcome ReadWholeFile(const std::filesystem::path& path, std::string& content) noexcept;
 
-/// Truncates and overwrites in place. The stream is unbuffered, so a full disk is met by the write
+/// Truncates and overwrites in place, without a buffer, so that a full disk is met by the write
 /// itself and not by a close whose outcome nobody sees.
 FileOutcome WriteWholeFile(const std::filesystem::path& path, const std::string& content) noexcept;
 

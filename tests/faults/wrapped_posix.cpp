@@ -3,13 +3,11 @@
 #include <sched.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
-#include <sys/uio.h>
 #include <unistd.h>
 #include <uuid/uuid.h>
 
 #include <cerrno>
 #include <cstdarg>
-#include <cstdio>
 #include <cstring>
 
 #include "faults/wrapped_machine.h"
@@ -76,6 +74,13 @@ int __wrap_EVP_DigestFinal_ex(EVP_MD_CTX* hash, unsigned char* digest, unsigned 
 /// The machine's number is served from memory where a test says so.
 int __real_open(const char* path, int flags, ...);
 int __wrap_open(const char* path, int flags, ...) {
+  mode_t mode = 0;
+  if ((flags & O_CREAT) != 0) {
+    va_list more;
+    va_start(more, flags);
+    mode = va_arg(more, mode_t);
+    va_end(more);
+  }
   if (FailsNow("open")) {
     errno = EMFILE;
     return -1;
@@ -87,7 +92,7 @@ int __wrap_open(const char* path, int flags, ...) {
     lseek(file, 0, SEEK_SET);
     return file;
   }
-  return __real_open(path, flags);
+  return __real_open(path, flags, mode);
 }
 
 ssize_t __real_read(int file, void* buffer, size_t size);
@@ -126,19 +131,15 @@ int __wrap_execve(const char* program, char* const arguments[], char* const envi
   return __real_execve(program, arguments, environment);
 }
 
-// What the C++ library's file streams and file system call.
-
-FILE* __real_fopen64(const char* path, const char* mode);
-FILE* __wrap_fopen64(const char* path, const char* mode) {
-  if (FailsNow("fopen")) {
-    errno = EMFILE;
-    return nullptr;
-  }
-  return __real_fopen64(path, mode);
-}
+// Files, ours and the C++ library's.
 
 ssize_t __real_write(int file, const void* data, size_t size);
 ssize_t __wrap_write(int file, const void* data, size_t size) {
+  if (FailsNowByNameOnly("write interrupted")) {
+    errno = EINTR;
+    return -1;
+  }
+  if (FailsNowByNameOnly("write cut short")) return __real_write(file, data, size / 2);
   if (FailsNow("write")) {
     errno = ENOSPC;
     return -1;
@@ -146,18 +147,9 @@ ssize_t __wrap_write(int file, const void* data, size_t size) {
   return __real_write(file, data, size);
 }
 
-ssize_t __real_writev(int file, const iovec* parts, int count);
-ssize_t __wrap_writev(int file, const iovec* parts, int count) {
-  if (FailsNow("writev")) {
-    errno = ENOSPC;
-    return -1;
-  }
-  return __real_writev(file, parts, count);
-}
-
-int __real_fstat64(int file, struct stat64* status);
-int __wrap_fstat64(int file, struct stat64* status) {
-  return FailsNow("fstat") ? -1 : __real_fstat64(file, status);
+int __real_fstat(int file, struct stat* status);
+int __wrap_fstat(int file, struct stat* status) {
+  return FailsNow("fstat") ? -1 : __real_fstat(file, status);
 }
 
 int __real_stat(const char* path, struct stat* status);

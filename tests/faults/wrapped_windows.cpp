@@ -5,11 +5,12 @@
 #include <objbase.h>
 // clang-format on
 
+#include <io.h>
 #include <locale.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 
 #include "faults/wrapped_machine.h"
@@ -186,32 +187,39 @@ static BOOL WINAPI WrappedCreateDirectoryW(LPCWSTR path, LPSECURITY_ATTRIBUTES s
 }
 decltype(&CreateDirectoryW) __wrap___imp_CreateDirectoryW = &WrappedCreateDirectoryW;
 
-// What the C++ library's file streams call.
-
-extern decltype(&_wfopen) __real___imp__wfopen;
-static FILE* __cdecl WrappedWideOpen(const wchar_t* path, const wchar_t* mode) {
-  if (FailsNow("_wfopen")) return nullptr;
-  return __real___imp__wfopen(path, mode);
+extern decltype(&_wopen) __real___imp__wopen;
+static int __cdecl WrappedWideOpen(const wchar_t* path, int flags, ...) {
+  if (FailsNow("_wopen")) return -1;
+  return __real___imp__wopen(path, flags, _S_IREAD | _S_IWRITE);
 }
-decltype(&_wfopen) __wrap___imp__wfopen = &WrappedWideOpen;
+decltype(&_wopen) __wrap___imp__wopen = &WrappedWideOpen;
 
-int __real_write(int file, const void* data, unsigned int size);
-int __wrap_write(int file, const void* data, unsigned int size) {
+extern decltype(&_filelengthi64) __real___imp__filelengthi64;
+static __int64 __cdecl WrappedFileLength(int file) {
+  return FailsNow("_filelengthi64") ? -1 : __real___imp__filelengthi64(file);
+}
+decltype(&_filelengthi64) __wrap___imp__filelengthi64 = &WrappedFileLength;
+
+extern decltype(&_write) __real___imp__write;
+static int __cdecl WrappedWrite(int file, const void* data, unsigned int size) {
   if (FailsNow("write")) {
     errno = ENOSPC;
     return -1;
   }
-  return __real_write(file, data, size);
+  if (FailsNowByNameOnly("write cut short")) return __real___imp__write(file, data, size / 2);
+  return __real___imp__write(file, data, size);
 }
+decltype(&_write) __wrap___imp__write = &WrappedWrite;
 
-int __real_read(int file, void* data, unsigned int size);
-int __wrap_read(int file, void* data, unsigned int size) {
+extern decltype(&_read) __real___imp__read;
+static int __cdecl WrappedRead(int file, void* data, unsigned int size) {
   if (FailsNow("read")) {
     errno = EIO;
     return -1;
   }
-  return __real_read(file, data, size);
+  return __real___imp__read(file, data, size);
 }
+decltype(&_read) __wrap___imp__read = &WrappedRead;
 
 extern decltype(&CreateProcessA) __real___imp_CreateProcessA;
 static BOOL WINAPI WrappedCreateProcessA(LPCSTR application, LPSTR command_line,

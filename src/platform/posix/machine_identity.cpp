@@ -1,11 +1,13 @@
 #include "platform/machine_identity.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 #include <uuid/uuid.h>
 
 #include <algorithm>
-#include <cerrno>
+#include <cstddef>
+#include <utility>
+
+#include "platform/file_descriptor.h"
 
 namespace korvixsdk {
 namespace {
@@ -18,23 +20,12 @@ Result<std::string> Failure(const char* message) {
   return Result<std::string>{{}, Error{kPlatformError, message}};
 }
 
-/// The first bytes of the file, as many as one read gives; -1 when it cannot be read.
-ssize_t ReadStart(const char* path, char* buffer, std::size_t size) {
-  const int file = open(path, O_RDONLY | O_CLOEXEC);
-  if (file < 0) return -1;
-  ssize_t length = -1;
-  do {
-    length = read(file, buffer, size);
-  } while (length < 0 && errno == EINTR);
-  close(file);
-  return length;
-}
-
 }  // namespace
 
 Result<std::string> ReadMachineGuid() {
+  FileDescriptor file = FileDescriptor::OpenForReading(kMachineIdFile);
   char buffer[kLongestLine];
-  const ssize_t length = ReadStart(kMachineIdFile, buffer, sizeof(buffer));
+  const std::ptrdiff_t length = file.Read(buffer, sizeof(buffer));
   if (length < 0) return Failure("Machine id file is unavailable");
   std::string line(buffer, static_cast<std::size_t>(length));
   line.erase(std::min(line.find('\n'), line.size()));
