@@ -7,15 +7,18 @@
 
 namespace korvixsdk {
 
+/// What the system's own paths are made of.
+using PathCharacter = std::filesystem::path::value_type;
+
 /// An open file without a buffer, binary, closed when it goes out of scope; what closing answers is
 /// not looked at. The C++ library's file streams would do, but are 220 KB of a DLL that carries its
 /// own runtime.
 class FileDescriptor {
  public:
   /// Not inherited by processes that the host starts.
-  static FileDescriptor OpenForReading(const std::filesystem::path& path) noexcept;
+  static FileDescriptor OpenForReading(const PathCharacter* path) noexcept;
   /// Creates the file, or empties the one that is there.
-  static FileDescriptor OpenForWriting(const std::filesystem::path& path) noexcept;
+  static FileDescriptor OpenForWriting(const PathCharacter* path) noexcept;
 
   ~FileDescriptor();
   FileDescriptor(const FileDescriptor&) = delete;

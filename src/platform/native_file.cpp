@@ -50,7 +50,7 @@ bool WriteAll(FileDescriptor& file, const std::string& content) {
 FileOutcome ReadWholeFile(const std::filesystem::path& path, std::string& content) noexcept {
   content.clear();
   if (IsFolder(path)) return FileOutcome::kNotOpened;
-  FileDescriptor file = FileDescriptor::OpenForReading(path);
+  FileDescriptor file = FileDescriptor::OpenForReading(path.c_str());
   if (!file.is_open()) return FileOutcome::kNotOpened;
   try {
     if (ReadToEnd(file, content)) return FileOutcome::kDone;
@@ -61,7 +61,7 @@ FileOutcome ReadWholeFile(const std::filesystem::path& path, std::string& conten
 }
 
 FileOutcome WriteWholeFile(const std::filesystem::path& path, const std::string& content) noexcept {
-  FileDescriptor file = FileDescriptor::OpenForWriting(path);
+  FileDescriptor file = FileDescriptor::OpenForWriting(path.c_str());
   if (!file.is_open()) return FileOutcome::kNotOpened;
   return WriteAll(file, content) ? FileOutcome::kDone : FileOutcome::kFailed;
 }

@@ -14,13 +14,13 @@ constexpr mode_t kEverybodyReadsAndWrites = 0666;
 
 }  // namespace
 
-FileDescriptor FileDescriptor::OpenForReading(const std::filesystem::path& path) noexcept {
-  return FileDescriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+FileDescriptor FileDescriptor::OpenForReading(const PathCharacter* path) noexcept {
+  return FileDescriptor(open(path, O_RDONLY | O_CLOEXEC));
 }
 
-FileDescriptor FileDescriptor::OpenForWriting(const std::filesystem::path& path) noexcept {
+FileDescriptor FileDescriptor::OpenForWriting(const PathCharacter* path) noexcept {
   return FileDescriptor(
-      open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kEverybodyReadsAndWrites));
+      open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kEverybodyReadsAndWrites));
 }
 
 FileDescriptor::~FileDescriptor() {

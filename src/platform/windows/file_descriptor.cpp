@@ -17,13 +17,12 @@ unsigned int Count(std::size_t size) {
 
 }  // namespace
 
-FileDescriptor FileDescriptor::OpenForReading(const std::filesystem::path& path) noexcept {
-  return FileDescriptor(_wopen(path.c_str(), _O_RDONLY | _O_BINARY | _O_NOINHERIT));
+FileDescriptor FileDescriptor::OpenForReading(const PathCharacter* path) noexcept {
+  return FileDescriptor(_wopen(path, _O_RDONLY | _O_BINARY | _O_NOINHERIT));
 }
 
-FileDescriptor FileDescriptor::OpenForWriting(const std::filesystem::path& path) noexcept {
-  return FileDescriptor(_wopen(path.c_str(),
-                               _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY | _O_NOINHERIT,
+FileDescriptor FileDescriptor::OpenForWriting(const PathCharacter* path) noexcept {
+  return FileDescriptor(_wopen(path, _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY | _O_NOINHERIT,
                                _S_IREAD | _S_IWRITE));
 }
 

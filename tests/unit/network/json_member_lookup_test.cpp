@@ -206,5 +206,20 @@ TEST(FindJsonInt, ReadsEverythingElseAsAbsent) {
   }
 }
 
+TEST(FindJsonMember, FindsKeyBehindItsOwnBeginnings) {
+  EXPECT_EQ(FindJsonMember(R"("ma"mama"mam"mamam":"x","mamama":"y")", "mamama"), "y");
+  EXPECT_EQ(FindJsonMember(R"(""""k":1)", "k"), "1");
+}
+
+TEST(FindJsonMember, FindsKeyOfAnyLengthAtAnyPlace) {
+  for (std::size_t length = 0; length < 600; ++length) {
+    const std::string key(length, 'k');
+    const std::string text = std::string(length, 'k') + "\"k" + std::string(length % 7, '"') + '"' +
+                             key + "\":\"found\"";
+    EXPECT_EQ(FindJsonMember(text, key).value_or("nothing"), "found") << length;
+    EXPECT_EQ(FindJsonMember(text, key + "j"), std::nullopt) << length;
+  }
+}
+
 }  // namespace
 }  // namespace korvixsdk::test
