@@ -209,6 +209,7 @@ TEST(FindJsonInt, ReadsEverythingElseAsAbsent) {
 TEST(FindJsonMember, FindsKeyBehindItsOwnBeginnings) {
   EXPECT_EQ(FindJsonMember(R"("ma"mama"mam"mamam":"x","mamama":"y")", "mamama"), "y");
   EXPECT_EQ(FindJsonMember(R"(""""k":1)", "k"), "1");
+  EXPECT_EQ(FindJsonMember(R"(xkey"key":1)", "key"), "1");
 }
 
 TEST(FindJsonMember, FindsKeyOfAnyLengthAtAnyPlace) {
