@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <string>
 #include <thread>
@@ -120,7 +121,8 @@ TEST(HostLife, DownloadsVerifiesAndStartsTheUpdater) {
   ASSERT_TRUE(sdk.LaunchPreparedUpdate(prepared.value, KORVIXSDK_UPDATER).ok());
   const std::filesystem::path report = prepared.value.package_path + ".updater-report.txt";
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-  while (!std::filesystem::exists(report) && std::chrono::steady_clock::now() < deadline) {
+  // Windows shows a file that is being renamed before it lets anybody open it.
+  while (!std::ifstream(report).is_open() && std::chrono::steady_clock::now() < deadline) {
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
   const std::string written = test::FileBytes(report);
