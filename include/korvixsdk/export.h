@@ -7,6 +7,8 @@
 /// A host needs to define nothing. The library's own build defines `KORVIXSDK_BUILDING`; programs
 /// that link the library's objects directly (its unit tests) define `KORVIXSDK_STATIC`.
 
+/// \def KORVIXSDK_API
+/// Stands before every operation that a host finds in the library.
 #if defined(KORVIXSDK_STATIC)
 #define KORVIXSDK_API
 #elif defined(_WIN32)
