@@ -21,18 +21,4 @@ function(korvixsdk_settings target)
   endif()
 endfunction()
 
-# Headers of header-only libraries that the machine's packages put beside all others. A cross
-# compiler must see these and nothing else of that folder.
-function(korvixsdk_header_only_library target)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "ENTRIES;DEFINITIONS")
-  set(folder ${PROJECT_BINARY_DIR}/header-only/${target})
-  file(MAKE_DIRECTORY ${folder})
-  foreach(entry IN LISTS arg_ENTRIES)
-    find_path(${target}_${entry}_folder ${entry} PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH
-              REQUIRED)
-    file(CREATE_LINK ${${target}_${entry}_folder}/${entry} ${folder}/${entry} SYMBOLIC)
-  endforeach()
-  add_library(${target} INTERFACE)
-  target_include_directories(${target} SYSTEM INTERFACE ${folder})
-  target_compile_definitions(${target} INTERFACE ${arg_DEFINITIONS})
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/../examples/header_only.cmake)
