@@ -6,8 +6,12 @@ install(
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/korvixsdk
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/korvixsdk ${PROJECT_BINARY_DIR}/include/korvixsdk
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/SECURITY.md
+              ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${CMAKE_INSTALL_DOCDIR}
+        PATTERN Doxyfile EXCLUDE)
 
 if(MINGW)
   # libcurl is inside the DLL, and its licence goes where its code goes.
@@ -24,13 +28,17 @@ install(
   NAMESPACE korvixsdk::
   FILE korvixsdk-targets.cmake
   DESTINATION ${package_folder})
+include(${CMAKE_CURRENT_LIST_DIR}/korvixsdk-toolchain.cmake)
+korvixsdk_toolchain(KORVIXSDK_TOOLCHAIN)
 configure_package_config_file(
   ${PROJECT_SOURCE_DIR}/cmake/korvixsdk-config.cmake.in
   ${PROJECT_BINARY_DIR}/korvixsdk-config.cmake INSTALL_DESTINATION ${package_folder})
+# Pointers of another size are refused by the configuration file, which says why.
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/korvixsdk-config-version.cmake
-                                 COMPATIBILITY SameMajorVersion)
+                                 COMPATIBILITY SameMajorVersion ARCH_INDEPENDENT)
 install(FILES ${PROJECT_BINARY_DIR}/korvixsdk-config.cmake
               ${PROJECT_BINARY_DIR}/korvixsdk-config-version.cmake
+              ${PROJECT_SOURCE_DIR}/cmake/korvixsdk-toolchain.cmake
         DESTINATION ${package_folder})
 
 # The folder that holds the .pc file tells where everything else is, so that an installed tree may
@@ -43,3 +51,7 @@ else()
 endif()
 configure_file(${PROJECT_SOURCE_DIR}/cmake/korvixsdk.pc.in ${PROJECT_BINARY_DIR}/korvixsdk.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/korvixsdk.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+if(PROJECT_IS_TOP_LEVEL)
+  include(${CMAKE_CURRENT_LIST_DIR}/KorvixsdkPackage.cmake)
+endif()

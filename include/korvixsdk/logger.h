@@ -20,8 +20,7 @@ class ILogger {
 
   /// Detail for debugging; the library itself writes no such line.
   /// \param message one line, UTF-8. Paths and the service's texts stand in it as they came, so
-  /// that
-  ///   it may hold other encodings and line ends.
+  ///   that it may hold other encodings and line ends.
   virtual void LogDebug(const std::string& message) = 0;
   /// An operation succeeded, or a fact about its progress.
   virtual void LogInfo(const std::string& message) = 0;

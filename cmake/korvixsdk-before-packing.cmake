@@ -1,0 +1,22 @@
+# Run by CPack between installing and packing: the debug symbols go into a file of their own beside
+# the library, and nothing keeps the time at which it was built, so that the same sources give the
+# same archive.
+set(folder ${CPACK_TEMPORARY_INSTALL_DIRECTORY})
+set(library ${folder}/${CPACK_KORVIXSDK_LIBRARY})
+
+function(run)
+  execute_process(COMMAND ${ARGV} COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+if(CPACK_KORVIXSDK_OBJCOPY)
+  run(${CPACK_KORVIXSDK_OBJCOPY} --only-keep-debug ${library} ${library}.debug)
+  run(${CPACK_KORVIXSDK_STRIP} --strip-unneeded ${library})
+  run(${CPACK_KORVIXSDK_OBJCOPY} --add-gnu-debuglink=${library}.debug ${library})
+endif()
+
+set(time 0)
+if(DEFINED ENV{SOURCE_DATE_EPOCH})
+  set(time $ENV{SOURCE_DATE_EPOCH})
+endif()
+file(GLOB_RECURSE entries LIST_DIRECTORIES TRUE ${folder}/*)
+run(touch --no-dereference --date=@${time} ${entries} ${folder})

@@ -1,0 +1,33 @@
+# What a host's own build sees of the library when it takes the sources: one target more, and
+# nothing changed.
+macro(remember_settings)
+  foreach(setting CMAKE_CXX_FLAGS CMAKE_BUILD_TYPE CMAKE_CXX_STANDARD CMAKE_RUNTIME_OUTPUT_DIRECTORY
+                  CMAKE_POSITION_INDEPENDENT_CODE CMAKE_CXX_VISIBILITY_PRESET BUILD_SHARED_LIBS)
+    set(before_${setting} "${${setting}}")
+  endforeach()
+  get_directory_property(before_options COMPILE_OPTIONS)
+  get_directory_property(before_definitions COMPILE_DEFINITIONS)
+endmacro()
+
+macro(expect_nothing_else folder)
+  foreach(setting CMAKE_CXX_FLAGS CMAKE_BUILD_TYPE CMAKE_CXX_STANDARD CMAKE_RUNTIME_OUTPUT_DIRECTORY
+                  CMAKE_POSITION_INDEPENDENT_CODE CMAKE_CXX_VISIBILITY_PRESET BUILD_SHARED_LIBS)
+    if(NOT "${${setting}}" STREQUAL "${before_${setting}}")
+      message(FATAL_ERROR "${setting} was \"${before_${setting}}\" and is \"${${setting}}\"")
+    endif()
+  endforeach()
+  get_directory_property(options COMPILE_OPTIONS)
+  get_directory_property(definitions COMPILE_DEFINITIONS)
+  if(NOT "${options}${definitions}" STREQUAL "${before_options}${before_definitions}")
+    message(FATAL_ERROR "options or definitions changed: ${options} ${definitions}")
+  endif()
+  get_directory_property(subfolders DIRECTORY ${folder} SUBDIRECTORIES)
+  foreach(subfolder IN LISTS subfolders)
+    if(NOT subfolder MATCHES "/src$")
+      message(FATAL_ERROR "more than the library is built: ${subfolder}")
+    endif()
+  endforeach()
+  if(BUILD_TESTING)
+    message(FATAL_ERROR "testing was switched on")
+  endif()
+endmacro()
