@@ -17,7 +17,12 @@ constexpr char kFooter[] =
     "With --json a line is {\"step\", \"code\", \"message\", \"value\"}, value being the step's "
     "record;\n"
     "a failed step has its line too. `launch` has no value. The step `init` shows only if it "
-    "fails.";
+    "fails.\n"
+    "`doctor` ends with 12 when a line is `fail`; with --json it prints one list of {\"id\", "
+    "\"title\",\n"
+    "\"status\", \"reason\", \"remedy\", \"milliseconds\"}. It reports the installation twice and "
+    "downloads the\n"
+    "package twice: once by itself and once through the library.";
 
 void AddOptions(CLI::App& app, Options& options) {
   korvixsdk::SDKConfig& config = options.config;
@@ -49,6 +54,7 @@ void AddCommands(CLI::App& app, Options& options) {
   add("prepare", "Ask for an update, download and verify it", Command::kPrepare);
   add("update", "All of these, then start the updater", Command::kUpdate)
       ->needs(app.get_option("--updater"));
+  add("doctor", "Check machine and service from end to end and say what to do", Command::kDoctor);
 }
 
 }  // namespace

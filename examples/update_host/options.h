@@ -8,7 +8,7 @@
 
 namespace update_host {
 
-enum class Command { kDeviceId, kReportInstall, kCheck, kPrepare, kUpdate };
+enum class Command { kDeviceId, kReportInstall, kCheck, kPrepare, kUpdate, kDoctor };
 
 struct Options {
   Command command = Command::kCheck;

@@ -2,24 +2,9 @@
 
 #include <iostream>
 
+#include "printable.h"
+
 namespace update_host {
-namespace {
-
-/// Texts of the service may hold line ends, or what a terminal would obey.
-std::string OneLine(std::string text) {
-  for (char& character : text) {
-    const auto byte = static_cast<unsigned char>(character);
-    if (byte < 0x20 || byte == 0x7f) character = ' ';
-  }
-  return text;
-}
-
-/// A service may send bytes that are not UTF-8, and a file name may hold some.
-std::string Dump(const nlohmann::ordered_json& line) {
-  return line.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
-}
-
-}  // namespace
 
 void StepReport::PrintLine(const std::string& step, const korvixsdk::Error& error,
                            const nlohmann::ordered_json& more_members,

@@ -1,0 +1,31 @@
+#ifndef KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_ADDRESS_CHECKS_H_
+#define KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_ADDRESS_CHECKS_H_
+
+#include <string>
+#include <vector>
+
+#include "doctor/checklist.h"
+#include "doctor/exchange.h"
+
+namespace update_host::doctor {
+
+/// Whether the library itself answers for this address, without a network.
+bool IsMockAddress(const std::string& address);
+
+/// "https" and the like in small letters; empty for what is no address.
+std::string SchemeOf(const std::string& address);
+
+/// address.form: an address to which the endpoints' paths can be appended.
+Check CheckBaseAddress(const std::string& address);
+
+/// package.address: an address that a package can be downloaded from.
+/// \param base the service's.
+Check CheckPackageAddress(const std::string& address, const std::string& base);
+
+/// address.name, address.connection and address.tls, from one attempt. Those behind the first that
+/// failed are not tried.
+std::vector<Check> CheckConnection(const Connection& connection, bool tls);
+
+}  // namespace update_host::doctor
+
+#endif  // KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_ADDRESS_CHECKS_H_

@@ -1,0 +1,27 @@
+#include "doctor/doctor.h"
+
+#include "doctor/checklist.h"
+#include "doctor/machine_checks.h"
+#include "doctor/package_checks.h"
+#include "doctor/print.h"
+#include "doctor/service_checks.h"
+#include "doctor/subject.h"
+
+namespace update_host::doctor {
+
+int Run(const Options& options, std::ostream& out) {
+  Subject subject(options);
+  Checklist checklist([&](const Check& check) {
+    if (!options.json) PrintLine(check, out);
+  });
+  CheckMachine(subject, checklist);
+  CheckPackage(subject, CheckService(subject, checklist), checklist);
+  if (options.json) {
+    PrintJson(checklist.checks(), out);
+  } else {
+    PrintSummary(checklist.checks(), out);
+  }
+  return checklist.HasFailure() ? kSomethingFailed : 0;
+}
+
+}  // namespace update_host::doctor

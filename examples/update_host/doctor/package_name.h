@@ -1,0 +1,19 @@
+#ifndef KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_PACKAGE_NAME_H_
+#define KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_PACKAGE_NAME_H_
+
+#include <string>
+
+#include "doctor/checklist.h"
+
+namespace update_host::doctor {
+
+/// The name under which the library stores the package of this address.
+std::string PackageName(const std::string& address);
+
+/// package.name: whether that name is a file's name on Windows, wherever the doctor runs, as one
+/// reply goes to all machines.
+Check CheckPackageName(const std::string& address);
+
+}  // namespace update_host::doctor
+
+#endif  // KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_PACKAGE_NAME_H_
