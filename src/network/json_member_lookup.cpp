@@ -5,29 +5,13 @@
 #include <system_error>
 #include <utility>
 
+#include "network/json_escape.h"
 #include "platform/ascii.h"
 
 namespace korvixsdk {
 namespace {
 
 constexpr std::size_t kLongestNeedle = 255;
-
-char EscapedCharacter(char escape) {
-  switch (escape) {
-    case 'b':
-      return '\b';
-    case 'f':
-      return '\f';
-    case 'n':
-      return '\n';
-    case 'r':
-      return '\r';
-    case 't':
-      return '\t';
-    default:
-      return escape;
-  }
-}
 
 /// `text` begins behind the opening quotation mark.
 std::string StringContent(std::string_view text) {

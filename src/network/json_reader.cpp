@@ -6,6 +6,8 @@
 #include <system_error>
 #include <utility>
 
+#include "network/json_escape.h"
+
 namespace korvixsdk {
 namespace {
 
@@ -53,24 +55,9 @@ class Key {
 
 /// What stands for a character behind a backslash; zero where nothing does.
 char MeaningOf(char escape) {
-  switch (escape) {
-    case '"':
-    case '/':
-    case '\\':
-      return escape;
-    case 'b':
-      return '\b';
-    case 'f':
-      return '\f';
-    case 'n':
-      return '\n';
-    case 'r':
-      return '\r';
-    case 't':
-      return '\t';
-    default:
-      return '\0';
-  }
+  const char meaning = EscapedCharacter(escape);
+  const bool known = meaning != escape || escape == '"' || escape == '/' || escape == '\\';
+  return known ? meaning : '\0';
 }
 
 /// For each byte, whether a string holds it as it stands: neither the end, nor an escape, nor a
