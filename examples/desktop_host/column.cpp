@@ -110,10 +110,7 @@ void Column::Buttons(std::initializer_list<int> left, std::initializer_list<int>
   y_ += Scaled(kButtonHeight);
 }
 
-bool Column::IsShown(int id) const {
-  // Not IsWindowVisible, which is false for all of them until the window itself is shown.
-  return (GetWindowLongW(GetDlgItem(window_, id), GWL_STYLE) & WS_VISIBLE) != 0;
-}
+bool Column::IsShown(int id) const { return HasVisibleStyle(GetDlgItem(window_, id)); }
 
 SIZE Column::TextSize(int id, int width) const {
   const HWND control = GetDlgItem(window_, id);

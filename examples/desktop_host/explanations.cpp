@@ -57,6 +57,17 @@ std::string Sentence(Step step, const Error& error, const std::string& product_n
   return product_name + " is not set up for updates. Please install it again.";
 }
 
+/// Whether `version` is older than the oldest that is supported. The library's comparison needs no
+/// facade and does not block, so this is for any thread.
+bool IsUnsupported(const std::string& version, const std::string& oldest) {
+  const auto services = korvixsdk::SdkFactory::CreateDefaultServices();
+  const bool unsupported = services->update_policy->IsNewerVersion(version, oldest);
+  // They and the registry would keep each other alive.
+  services->client_service.reset();
+  services->update_package_service.reset();
+  return unsupported;
+}
+
 }  // namespace
 
 Explanation Explain(Step step, const Error& error, const std::string& product_name) {
@@ -79,9 +90,8 @@ Explanation ExplainMismatch(const korvixsdk::Result<korvixsdk::PreparedUpdate>& 
 
 std::string WhyMandatory(const korvixsdk::UpdateInfo& offer, const std::string& product_name,
                          const std::string& version) {
-  const auto policy = korvixsdk::SdkFactory::CreateDefaultServices()->update_policy;
   const std::string reason =
-      policy->IsNewerVersion(version, offer.min_supported_version)
+      IsUnsupported(version, offer.min_supported_version)
           ? "versions before " + offer.min_supported_version + " are no longer supported."
           : "its publisher wants version " + version + " replaced.";
   return "This update is required: " + reason + " Until it is installed, " + product_name +

@@ -42,6 +42,10 @@ std::wstring WindowText(HWND window) {
   return text;
 }
 
+bool HasVisibleStyle(HWND control) {
+  return (GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
 bool Form::Create(int resource) {
   return CreateDialogParamW(Instance(), MAKEINTRESOURCEW(resource), nullptr, Procedure,
                             reinterpret_cast<LPARAM>(this)) != nullptr;
@@ -59,9 +63,7 @@ void Form::SetText(int id, const std::wstring& text) {
 
 void Form::Show(int id, bool shown) { ShowWindow(Control(id), shown ? SW_SHOWNA : SW_HIDE); }
 
-bool Form::IsShown(int id) const {
-  return (GetWindowLongW(Control(id), GWL_STYLE) & WS_VISIBLE) != 0;
-}
+bool Form::IsShown(int id) const { return HasVisibleStyle(Control(id)); }
 
 void Form::Arrange() {
   Column column(window_, dpi_, Width());

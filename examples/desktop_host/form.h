@@ -13,6 +13,9 @@ namespace desktop_host {
 
 std::wstring WindowText(HWND window);
 
+/// Whether a control is to be seen once its window is: IsWindowVisible is false until then.
+bool HasVisibleStyle(HWND control);
+
 /// A window made from a dialog resource, from which keyboard control comes for nothing: tab order,
 /// default button, Esc, accelerators. Fonts and places of its controls are the class's own work and
 /// follow the scaling of the monitor that the window is on.

@@ -19,7 +19,6 @@ constexpr long kLibcurlsOwnConnectLimit = 0;
 constexpr long kSeconds = 30;
 /// Beyond this announced length the library reserves nothing.
 constexpr curl_off_t kLargestReservation = curl_off_t{1} << 30;
-constexpr char kMockReason[] = "mock:// is answered inside the library";
 
 Check CheckDownload(const std::string& url, const Exchange& exchange) {
   Findings findings;

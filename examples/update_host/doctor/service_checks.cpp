@@ -20,7 +20,6 @@ constexpr long kConnectSeconds = 10;
 constexpr long kSeconds = 20;
 constexpr char kInstallPath[] = "/API/v2/sdk/install/";
 constexpr char kUpdatePath[] = "/API/v2/sdk/update/check/";
-constexpr char kMockReason[] = "mock:// is answered inside the library";
 constexpr char kOtherReply[] =
     "Look whether several servers answer in turn, or whether the reply changes with the time";
 

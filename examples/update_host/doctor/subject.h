@@ -37,6 +37,7 @@ inline std::string Describe(const korvixsdk::Error& error) {
 }
 
 constexpr char kNoFacade[] = "the library could not be started";
+constexpr char kMockReason[] = "mock:// is answered inside the library";
 
 }  // namespace update_host::doctor
 
