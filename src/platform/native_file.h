@@ -37,11 +37,13 @@ bool PathExists(const std::filesystem::path& path) noexcept;
 /// Whether a folder stands at `path`; false when that cannot be told.
 bool IsFolder(const std::filesystem::path& path) noexcept;
 
-/// Whether `path` is a device or a pipe, which a reader might never see the end of.
+/// Whether `path` is a device or a pipe, which a reader might never see the end of; on Windows also
+/// whether its name is one.
 bool ReadingMightNotEnd(const std::filesystem::path& path) noexcept;
 
-/// Whether opening `path` for writing would wait for somebody to read from it.
-bool OpeningMightNotEnd(const std::filesystem::path& path) noexcept;
+/// Whether opening `path` for writing, or writing to it, might wait for somebody to read: a pipe, a
+/// terminal, and on Windows any device.
+bool WritingMightNotEnd(const std::filesystem::path& path) noexcept;
 
 }  // namespace korvixsdk
 

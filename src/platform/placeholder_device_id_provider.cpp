@@ -66,7 +66,7 @@ std::string ReadStoredId(const std::filesystem::path& path) {
 }
 
 Error StoreId(const std::optional<std::filesystem::path>& path, const std::string& id) {
-  if (!path || OpeningMightNotEnd(*path)) {
+  if (!path || WritingMightNotEnd(*path)) {
     return PlatformError("Failed to write fallback device id");
   }
   if (!CreateParentDirectories(*path)) {

@@ -16,6 +16,11 @@ struct WrappedMachine {
   std::optional<unsigned int> locale_code_page;
   /// Attributes that every file and folder has besides its own, until it is opened (Windows).
   unsigned long added_attributes = 0;
+  /// The error with which every folder fails to be looked at, or to be created without being tried,
+  /// and the folders that were to be created (Windows).
+  std::optional<unsigned long> folder_query_error;
+  std::optional<unsigned long> folder_creation_error;
+  std::vector<std::wstring> folders_to_create;
   /// Processes are not started but recorded, as program and argument or as command line.
   bool record_processes = false;
   std::vector<std::string> processes;

@@ -155,6 +155,10 @@ extern decltype(&GetFileAttributesExW) __real___imp_GetFileAttributesExW;
 static BOOL WINAPI WrappedGetFileAttributesExW(LPCWSTR path, GET_FILEEX_INFO_LEVELS level,
                                                LPVOID data) {
   if (FailsNow("GetFileAttributesExW")) return FALSE;
+  if (wrapped_machine.folder_query_error) {
+    SetLastError(*wrapped_machine.folder_query_error);
+    return FALSE;
+  }
   if (!__real___imp_GetFileAttributesExW(path, level, data)) return FALSE;
   static_cast<WIN32_FILE_ATTRIBUTE_DATA*>(data)->dwFileAttributes |=
       wrapped_machine.added_attributes;
@@ -183,6 +187,11 @@ decltype(&GetFileInformationByHandle) __wrap___imp_GetFileInformationByHandle =
 extern decltype(&CreateDirectoryW) __real___imp_CreateDirectoryW;
 static BOOL WINAPI WrappedCreateDirectoryW(LPCWSTR path, LPSECURITY_ATTRIBUTES security) {
   if (FailsNow("CreateDirectoryW")) return FALSE;
+  if (wrapped_machine.folder_creation_error) {
+    wrapped_machine.folders_to_create.push_back(path);
+    SetLastError(*wrapped_machine.folder_creation_error);
+    return FALSE;
+  }
   return __real___imp_CreateDirectoryW(path, security);
 }
 decltype(&CreateDirectoryW) __wrap___imp_CreateDirectoryW = &WrappedCreateDirectoryW;

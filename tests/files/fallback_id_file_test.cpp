@@ -1,13 +1,22 @@
 #include <gtest/gtest.h>
-#ifndef _WIN32
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <fcntl.h>
+#include <stdlib.h>
 #include <sys/stat.h>
+#include <termios.h>
+#include <unistd.h>
 #endif
 
+#include <chrono>
 #include <filesystem>
+#include <future>
 #include <string>
 
 #include "files/barren_folder.h"
 #include "files/expect_error.h"
+#include "files/partner_host.h"
 
 namespace korvixsdk::test {
 namespace {
@@ -74,12 +83,68 @@ TEST(FallbackIdFile, FailsOnFullDisk) {
   ExpectNoId(host, kNotWritten);
 }
 
-#ifndef _WIN32
-TEST(FallbackIdFile, FailsAtOnceForPipeThatNobodyReads) {
+/// A host of its own fails to write to `path`. One that waits there for ever is killed.
+void ExpectNotOpenedAtOnce(const std::string& path) {
+  SCOPED_TRACE(path);
+  const TempFolder folder;
+  PartnerHost host(folder.text(), path, "mock://package-ok");
+  host.Begin();
+  std::future<std::string> answer = std::async(std::launch::async, [&] { return host.End(); });
+  if (answer.wait_for(std::chrono::minutes(1)) != std::future_status::ready) host.Kill();
+  EXPECT_EQ(answer.get(), "failed: 11 0 " + std::string(kNotOpened));
+}
+
+#ifdef _WIN32
+TEST(FallbackIdFile, IsNoDevice) {
+  const TempFolder folder;
+  for (const std::string name : {"NUL", "nul", "CON", "CONIN$", "CONOUT$", "AUX", "PRN", "COM1",
+                                 "COM7", "LPT1", "\\\\.\\COM7", "\\\\.\\NUL", "\\\\?\\NUL"}) {
+    ExpectNotOpenedAtOnce(name);
+  }
+  ExpectNotOpenedAtOnce(folder.Entry("NUL"));
+  EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
+TEST(FallbackIdFile, IsNoPipeNorConnectsToOne) {
+  const std::string name = "pipe\\korvixsdk-" + std::to_string(GetCurrentProcessId());
+  const HANDLE pipe = CreateNamedPipeA(("\\\\.\\" + name).c_str(), PIPE_ACCESS_DUPLEX,
+                                       PIPE_TYPE_BYTE | PIPE_NOWAIT, 1, 0, 0, 0, nullptr);
+  ASSERT_NE(pipe, INVALID_HANDLE_VALUE);
+  for (const std::string prefix : {"\\\\.\\", "\\\\?\\", "//./"}) {
+    ExpectNotOpenedAtOnce(prefix + name);
+    EXPECT_FALSE(ConnectNamedPipe(pipe, nullptr));
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_PIPE_LISTENING}) << "somebody connected";
+  }
+  CloseHandle(pipe);
+}
+
+TEST(FallbackIdFile, MayBeNamedInTheWaysOfDevices) {
+  const TempFolder folder;
+  for (const std::string prefix : {"\\\\.\\", "\\\\?\\"}) {
+    std::filesystem::remove(folder.path() / "id");
+    FileHost host(folder.Entry("cache"), prefix + folder.Entry("id"));
+    const Result<std::string> id = host.GetDeviceId();
+    EXPECT_TRUE(IsFallbackId(id.value)) << id.error.message;
+    EXPECT_EQ(FileBytes(folder.path() / "id"), id.value);
+    EXPECT_EQ(host.GetDeviceId().value, id.value);
+  }
+}
+#else
+TEST(FallbackIdFile, IsNoPipeThatNobodyReads) {
   const TempFolder folder;
   ASSERT_EQ(mkfifo((folder.path() / "id").c_str(), 0600), 0);
-  FileHost host(folder.Entry("cache"), folder.Entry("id"));
-  ExpectNoId(host, kNotOpened);
+  ExpectNotOpenedAtOnce(folder.Entry("id"));
+}
+
+TEST(FallbackIdFile, IsNoTerminal) {
+  const int controller = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+  ASSERT_TRUE(grantpt(controller) == 0 && unlockpt(controller) == 0);
+  const std::string path = ptsname(controller);
+  const int terminal = open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+  ASSERT_EQ(tcflow(terminal, TCOOFF), 0) << "a stopped terminal takes nothing";
+  ExpectNotOpenedAtOnce(path);
+  close(terminal);
+  close(controller);
 }
 #endif
 

@@ -1,9 +1,26 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <exception>
 #include <system_error>
 
 #include "platform/native_file.h"
 
 namespace korvixsdk {
+namespace {
+
+/// Asked without waiting for the line of a serial terminal.
+bool IsTerminal(const std::filesystem::path& path) {
+  std::error_code error;
+  if (!std::filesystem::is_character_file(path, error)) return false;
+  const int file = open(path.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  if (file < 0) return false;
+  const bool terminal = isatty(file) == 1;
+  close(file);
+  return terminal;
+}
+
+}  // namespace
 
 bool CreateDirectoryChain(const std::filesystem::path& path) noexcept {
   try {
@@ -30,9 +47,9 @@ bool ReadingMightNotEnd(const std::filesystem::path& path) noexcept {
   return std::filesystem::is_other(path, error);
 }
 
-bool OpeningMightNotEnd(const std::filesystem::path& path) noexcept {
+bool WritingMightNotEnd(const std::filesystem::path& path) noexcept {
   std::error_code error;
-  return std::filesystem::is_fifo(path, error);
+  return std::filesystem::is_fifo(path, error) || IsTerminal(path);
 }
 
 }  // namespace korvixsdk
