@@ -15,7 +15,8 @@ namespace korvixsdk {
 
 /// The library's front: construct one, call `Init` once, then the operations.
 ///
-/// Everything is synchronous on the caller's thread, nothing throws, every failure is a value. The
+/// Everything is synchronous on the caller's thread, nothing throws, every failure is a value.
+/// (Only libcurl looks names up in a thread of its own, which ends before the call does.) The
 /// facade takes no lock: use one facade from one thread at a time. Separate facades in separate
 /// threads do not disturb each other while each has a registry of its own, but for the fallback
 /// identifier path, which is one for the process and belongs to the `Init` that ran last. On Linux
@@ -74,20 +75,23 @@ class KorvixSDK {
   /// \return the decision; or the network client's error unchanged. Without a network client the
   ///   call succeeds, without an update, and `UpdateInfo::message` is
   ///   "Network client is not configured".
-  /// Blocks for the request, at most about 20 seconds with the default network client.
+  /// Blocks for the request, with the default network client at most about 20 seconds, or until the
+  /// system's resolver gives up; see `INetworkClient`.
   KORVIXSDK_API Result<UpdateInfo> CheckForUpdate();
 
   /// Reports this installation to the service. Logs nothing and leaves `GetLastError` alone.
   /// \return the service's answer; the device identifier provider's or network client's error
   ///   unchanged; or `kInvalidState` "Network client is not configured",
   ///   "Device id provider is not configured".
-  /// Blocks for the request, at most about 20 seconds with the default network client.
+  /// Blocks for the request, with the default network client at most about 20 seconds, or until the
+  /// system's resolver gives up; see `INetworkClient`.
   KORVIXSDK_API Result<ServerResult> ReportInstall();
 
   /// Downloads and verifies the package that `info` names; see `IUpdatePackageService::Prepare`.
   /// \return the package; the package service's result unchanged; or `kInvalidState`
   ///   "Update package service is not configured".
-  /// Blocks for the transfer, at most 30 seconds with the default package service, and on the disk.
+  /// Blocks for the transfer, with the default package service at most 30 seconds, or until the
+  /// system's resolver gives up, and on the disk.
   KORVIXSDK_API Result<PreparedUpdate> PrepareUpdate(const UpdateInfo& info);
 
   /// Starts the updater on a prepared package; see `IUpdatePackageService::Launch`.

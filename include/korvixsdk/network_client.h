@@ -26,8 +26,10 @@ struct UpdateCheckRequest {
 /// from the built-in mock server when the base address begins with "mock://".
 ///
 /// The default implementation opens and closes one connection a call, retries nothing, follows
-/// redirects, and blocks for at most about 10 seconds to connect and 20 seconds in all. Two calls
-/// may run at once in different threads while its base address is not changed.
+/// redirects, and blocks for at most about 10 seconds to connect and 20 seconds in all. One thing
+/// may last longer: libcurl looks the service's name up in a thread of its own and waits for its
+/// end, so that a call whose name servers do not answer ends when the system's resolver gives up.
+/// Two calls may run at once in different threads while its base address is not changed.
 /// An implementation must not throw.
 ///
 /// Failures of both operations of the default implementation, besides those named there:

@@ -36,8 +36,8 @@ class IUpdatePackageService {
   ///   the file system's or the crypto provider's error, unchanged;
   ///   `kHashMismatch` "Downloaded update package sha256 mismatch", in which case the value is
   ///   filled (both flags false) and the file stays in place.
-  /// Blocks for the transfer (at most 30 seconds; on Linux without a limit for a "file:" address),
-  /// then on the disk.
+  /// Blocks for the transfer (at most 30 seconds, or until the system's resolver gives up, see
+  /// `INetworkClient`; on Linux without a limit for a "file:" address), then on the disk.
   virtual Result<PreparedUpdate> Prepare(const UpdateInfo& info, const std::string& cache_dir) = 0;
 
   /// Starts `updater_path` with the package's path as its only argument and returns at once; the

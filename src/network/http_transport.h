@@ -15,7 +15,8 @@ struct HttpResponse {
 };
 
 /// One HTTP GET, redirects followed, on a handle of its own: at most 10 seconds to connect and 20
-/// in all. Nothing is retried, nothing is kept. Any thread.
+/// in all, but for a look-up of the name, for whose end libcurl waits. Nothing is retried, nothing
+/// is kept. Any thread.
 ///
 /// \return a body that is not empty; or `BuildUrl`'s errors; kNetworkError
 ///   "HTTP request failed: " + libcurl's text, "HTTP status is not successful: " + status;

@@ -8,8 +8,8 @@
 
 namespace korvixsdk {
 
-/// Fetches a whole package into memory, at most 30 seconds; "mock://" addresses are answered from
-/// built-in payloads.
+/// Fetches a whole package into memory, at most 30 seconds but for a look-up of the name, for whose
+/// end libcurl waits; "mock://" addresses are answered from built-in payloads.
 ///
 /// \return the bytes; or kNetworkError "Mock update download is offline",
 ///   "Failed to initialize libcurl for update download",

@@ -1,8 +1,11 @@
 #include "files/own_mounts.h"
 
 #include <gtest/gtest.h>
+#include <net/if.h>
 #include <sched.h>
+#include <sys/ioctl.h>
 #include <sys/mount.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -64,6 +67,21 @@ void MountReadOnly(const std::string& folder) {
       mount(nullptr, path, nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) != 0) {
     End(kNotAllowed);
   }
+}
+
+void MountFile(const std::string& file, const std::string& path) {
+  if (mount(file.c_str(), path.c_str(), nullptr, MS_BIND, nullptr) != 0) End(kNotAllowed);
+}
+
+void EnterOwnNetwork() {
+  if (unshare(CLONE_NEWNET) != 0) End(kNotAllowed);
+  const int any = socket(AF_INET, SOCK_DGRAM, 0);
+  ifreq loopback{};
+  loopback.ifr_name[0] = 'l';
+  loopback.ifr_name[1] = 'o';
+  loopback.ifr_flags = IFF_UP;
+  if (ioctl(any, SIOCSIFFLAGS, &loopback) != 0) End(kNotAllowed);
+  close(any);
 }
 
 }  // namespace korvixsdk::test

@@ -15,6 +15,11 @@ MountedRun RunWithOwnMounts(const std::function<void()>& steps);
 /// For the steps; where the system refuses the mount, the run ends as not allowed.
 void MountSmallDisk(const std::string& folder);
 void MountReadOnly(const std::string& folder);
+/// What is read at `path` is `file` from now on.
+void MountFile(const std::string& file, const std::string& path);
+
+/// For the steps: a network with nothing in it but 127.0.0.0/8, where every port is free.
+void EnterOwnNetwork();
 
 }  // namespace korvixsdk::test
 
