@@ -2,7 +2,7 @@
 #define KORVIXSDK_FILE_SYSTEM_PROVIDER_H_
 
 /// \file
-/// \brief `IFileSystemProvider`: the library's one door to files and folders.
+/// \brief `IFileSystemProvider`: files and folders of packages.
 
 #include <string>
 
@@ -11,7 +11,9 @@
 
 namespace korvixsdk {
 
-/// Whole files in, whole files out.
+/// Whole files in, whole files out. The library writes packages through it, makes their folder and
+/// looks whether package and updater are there. `Init` creates the cache directory, and the device
+/// identifier provider keeps its fallback file, without it.
 ///
 /// Paths are narrow text. The default implementation converts them on Windows in the code page that
 /// the C++ runtime uses for narrow paths: UTF-8 when the runtime's locale is UTF-8, otherwise the

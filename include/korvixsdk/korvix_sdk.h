@@ -30,7 +30,8 @@ class KorvixSDK {
   /// A facade over new default services.
   KORVIXSDK_API KorvixSDK();
 
-  /// A facade over the host's own core service; null gives the default services.
+  /// A facade over the host's own core service; null gives the default services. An `Init` with
+  /// `SDKConfig::logger` or `SDKConfig::services` drops it, unless it is in that registry.
   KORVIXSDK_API explicit KorvixSDK(std::shared_ptr<IClientService> service);
 
   /// Releases the facade's references. A filled registry and its core service keep each other
@@ -51,7 +52,7 @@ class KorvixSDK {
   /// May be called again. A later call that fails its checks changes nothing; one that cannot
   /// create the cache directory has already replaced the configuration and published the path.
   /// Neither makes an initialised service uninitialised. (When it also sets `services` or `logger`,
-  /// the facade has moved to another core service, which counts for itself.)
+  /// the facade has moved to another core service, which counts for itself: also when it fails.)
   ///
   /// \return success, or
   ///   `kInvalidArgument` "SDKConfig.product_id must not be empty",

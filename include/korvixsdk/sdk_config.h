@@ -34,7 +34,8 @@ struct SDKConfig {
   /// File that keeps the generated device identifier when the machine offers no stable property.
   /// UTF-8 on every platform. Every `Init` publishes it for the whole process, also when empty.
   std::string fallback_device_id_path{};
-  /// Receives the library's log lines; null keeps the registry's logger.
+  /// Receives the library's log lines; null keeps the registry's logger. Without `services` a
+  /// logger makes `Init` start from new default services.
   std::shared_ptr<ILogger> logger{};
   /// The host's own services; empty members are filled with the defaults. Null keeps the facade's.
   std::shared_ptr<ServiceRegistry> services{};

@@ -35,7 +35,7 @@ namespace korvixsdk {
 struct ServiceRegistry {
   /// Default: drops every line.
   std::shared_ptr<ILogger> logger{};
-  /// Default: the system clock.
+  /// Default: the system clock. Must be there, and is never asked.
   std::shared_ptr<ITimeProvider> time_provider{};
   /// Default: the file system.
   std::shared_ptr<IFileSystemProvider> file_system{};

@@ -81,6 +81,34 @@ TEST_F(OfferedAddress, BeyondEightMegabytesFails) {
                 {DownloadError(CURLE_BAD_FUNCTION_ARGUMENT)});
 }
 
+#ifdef _WIN32
+TEST_F(OfferedAddress, WithABackslashOrADriveLeadsOutOfTheFolderOnWindows) {
+  const std::filesystem::path elsewhere = host_.folder().path() / "elsewhere.pkg";
+  for (const std::string& name : {"..\\..\\elsewhere.pkg"s, elsewhere.string()}) {
+    UpdateInfo offer = host_.Offer();
+    offer.download_url = host_.server().address() + "/" + name;
+    const Result<PreparedUpdate> prepared = host_.sdk().PrepareUpdate(offer);
+    EXPECT_TRUE(prepared.ok()) << name << ": " << prepared.error;
+    EXPECT_EQ(FileBytes(elsewhere), kSoundBody) << name;
+    EXPECT_TRUE(std::filesystem::is_empty(updates_));
+    std::filesystem::remove(elsewhere);
+  }
+}
+
+TEST_F(OfferedAddress, OfADeviceLeavesNoFileOnWindows) {
+  for (const std::string& name : {"nul"s, "nul.pkg"s, "aux"s}) {
+    UpdateInfo offer = host_.Offer();
+    offer.download_url = host_.server().address() + "/" + name;
+    const Result<PreparedUpdate> prepared = host_.sdk().PrepareUpdate(offer);
+    const Error no_file{kFileSystemError,
+                        "Failed to open file for write: " + (updates_ / name).string()};
+    EXPECT_TRUE(prepared.ok() || prepared.error == no_file) << prepared.error;
+    EXPECT_EQ(prepared.value.ready, prepared.ok());
+    EXPECT_TRUE(std::filesystem::is_empty(updates_)) << name;
+  }
+}
+#endif
+
 TEST_F(OfferedAddress, WithANameThatIsNoFileFailsToWrite) {
   for (const std::string& name : {"."s, ".."s, std::string(5000, 'x')}) {
     const std::string path = (updates_ / name).string();

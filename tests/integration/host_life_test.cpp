@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "support/recording_logger.h"
@@ -188,6 +189,23 @@ TEST(HostLife, HostDecoratesDefaultService) {
   info.download_url = "mock://package-ok";
   EXPECT_TRUE(sdk.PrepareUpdate(info).ok());
   EXPECT_EQ(files->written, (std::vector<std::string>{kPackageBytes}));
+}
+
+void RunDocumentedExampleThatGivesEverythingBack(korvixsdk::SDKConfig config){
+#include "everything_back.inc"
+}
+
+TEST(HostLife, DocumentedExampleGivesEverythingBackWhateverInitAnswers) {
+  const TempFolder folder;
+  for (const char* const product : {"editor", ""}) {
+    const auto logger = std::make_shared<test::RecordingLogger>();
+    SDKConfig config = Config(folder, "mock://service");
+    config.product_id = product;
+    config.logger = logger;
+    RunDocumentedExampleThatGivesEverythingBack(std::move(config));
+    EXPECT_FALSE(logger->lines.empty());
+    EXPECT_EQ(logger.use_count(), 1) << "the registry of \"" << product << "\" still lives";
+  }
 }
 
 TEST(HostLife, FactoryMakesCoreServiceThatKeepsItsRegistry) {
