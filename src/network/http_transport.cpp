@@ -25,16 +25,14 @@ std::size_t CollectBody(char* data, std::size_t size, std::size_t count, void* b
 
 }  // namespace
 
-HttpResponse PerformGet(const std::string& server_base_url, const std::string& path,
+HttpResponse PerformGet(const std::string& server_base_url, std::string_view path,
                         const QueryParameters& params) {
-  Result<std::string> url = BuildUrl(server_base_url, path, params);
-  if (!url.ok()) return HttpResponse{{}, std::move(url.error)};
-
   HttpResponse response;
   long status = 0;
   {
     const CurlHandle handle = MakeCurlHandle();
-    if (!handle) return Failure(kNetworkError, "Failed to initialize libcurl");
+    Result<std::string> url = BuildUrl(handle, server_base_url, path, params);
+    if (!url.ok()) return HttpResponse{{}, std::move(url.error)};
     CURLcode result = CurlOptions(handle)
                           .SetUrl(url.value)
                           .Set(CURLOPT_FOLLOWLOCATION, 1L)

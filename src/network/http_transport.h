@@ -2,6 +2,7 @@
 #define KORVIXSDK_NETWORK_HTTP_TRANSPORT_H_
 
 #include <string>
+#include <string_view>
 
 #include "korvixsdk/error.h"
 #include "network/url.h"
@@ -21,7 +22,7 @@ struct HttpResponse {
 /// \return a body that is not empty; or `BuildUrl`'s errors; kNetworkError
 ///   "HTTP request failed: " + libcurl's text, "HTTP status is not successful: " + status;
 ///   kInvalidResponse "HTTP response body is empty".
-HttpResponse PerformGet(const std::string& server_base_url, const std::string& path,
+HttpResponse PerformGet(const std::string& server_base_url, std::string_view path,
                         const QueryParameters& params);
 
 /// What an exchange fails with when memory does not suffice for its texts.

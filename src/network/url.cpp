@@ -4,8 +4,6 @@
 #include <exception>
 #include <memory>
 
-#include "network/curl_handle.h"
-
 namespace korvixsdk {
 namespace {
 
@@ -24,9 +22,8 @@ CurlText PercentEncode(const CurlHandle& handle, std::string_view value) {
 
 }  // namespace
 
-Result<std::string> BuildUrl(const std::string& server_base_url, const std::string& path,
-                             const QueryParameters& params) try {
-  const CurlHandle handle = MakeCurlHandle();
+Result<std::string> BuildUrl(const CurlHandle& handle, const std::string& server_base_url,
+                             std::string_view path, const QueryParameters& params) try {
   if (!handle) return {{}, Error{kNetworkError, "Failed to initialize libcurl"}};
 
   std::string url = server_base_url;

@@ -71,11 +71,21 @@ TEST_F(CurlFaults, ExchangeReturnsFailureOfUrlBuilding) {
   EXPECT_EQ(response.body, "");
 }
 
-TEST_F(CurlFaults, ExchangeFailsWithoutHandleOfItsOwn) {
-  const FailingCall fail("curl_easy_init", 2);
-  const HttpResponse response = PerformGet(kBase, "/", {});
+TEST_F(CurlFaults, ExchangeFailsWithoutHandle) {
+  const FailingCall fail("curl_easy_init");
+  const HttpResponse response = PerformGet(kBase, "/", {{"a", "1"}});
   EXPECT_EQ(response.error.code, kNetworkError);
   EXPECT_EQ(response.error.message, "Failed to initialize libcurl");
+  EXPECT_EQ(response.body, "");
+}
+
+TEST_F(CurlFaults, ExchangeEscapesWithItsOwnHandle) {
+  wrapped_curl.perform_result = CURLE_OK;
+  wrapped_curl.status = 200;
+  wrapped_curl.instead_of_transfer = SendText;
+  const FailingCall fail("curl_easy_init", 2);
+  EXPECT_EQ(PerformGet(kBase, "/", {{"a", "1"}}).body, "body");
+  EXPECT_FALSE(fail.happened());
 }
 
 TEST_F(CurlFaults, ExchangeSetsTheseOptionsAndNoOther) {
