@@ -1,6 +1,6 @@
 #include "network/json_member_lookup.h"
 
-#include <array>
+#include <algorithm>
 #include <charconv>
 #include <system_error>
 #include <utility>
@@ -11,86 +11,97 @@
 namespace korvixsdk {
 namespace {
 
-constexpr std::size_t kLongestNeedle = 255;
+/// The bit of a length in a set of lengths; all beyond the last bit share that.
+std::uint64_t LengthBit(std::size_t length) {
+  return std::uint64_t{1} << std::min<std::size_t>(length, 63);
+}
+
+/// How many of the first characters are neither an escape nor the end of a string.
+std::size_t PlainLength(std::string_view text) {
+  std::size_t length = 0;
+  while (length < text.size() && text[length] != '"' && text[length] != '\\') ++length;
+  return length;
+}
 
 /// `text` begins behind the opening quotation mark.
 std::string StringContent(std::string_view text) {
-  std::string content;
-  std::size_t run = 0;
-  std::size_t at = 0;
-  for (; at < text.size() && text[at] != '"'; ++at) {
-    if (text[at] != '\\') continue;
-    content.append(text, run, at - run);
-    if (++at < text.size()) content += EscapedCharacter(text[at]);
-    run = at + 1;
+  std::size_t at = PlainLength(text);
+  std::string content(text.substr(0, at));
+  while (at < text.size() && text[at] == '\\') {
+    if (++at == text.size()) break;
+    content += EscapedCharacter(text[at++]);
+    const std::size_t run = PlainLength(text.substr(at));
+    content.append(text, at, run);
+    at += run;
   }
-  if (run < at) content.append(text, run, at - run);
   return content;
 }
 
-/// Where `needle`, of two bytes at least, stands first, by Horspool's search with pairs of bytes: a
-/// pair that the needle lacks lets it skip nearly its whole length, and as most are, the processor
-/// need not wait for the table. std::string_view::find stops at each quotation mark instead, and
-/// nine searches of a reply took eight times as long.
-std::size_t Find(std::string_view text, std::string_view needle) {
-  if (needle.size() > kLongestNeedle) return text.find(needle);
-  const auto pair_at = [](std::string_view bytes, std::size_t at) {
-    return static_cast<unsigned char>(bytes[at] * 8 + bytes[at + 1]);
-  };
-  const std::size_t last_pair = needle.size() - 2;
-  // One more than the last place of each pair in the needle; 0 for those that it lacks.
-  std::array<unsigned char, 256> places{};
-  for (std::size_t i = 0; i < last_pair; ++i) {
-    places[pair_at(needle, i)] = static_cast<unsigned char>(i + 1);
-  }
-  const std::size_t place_before_last =
-      std::exchange(places[pair_at(needle, last_pair)], static_cast<unsigned char>(last_pair + 1));
-  for (std::size_t at = last_pair; at + 1 < text.size();) {
-    const std::size_t place = places[pair_at(text, at)];
-    if (place == 0) {
-      at += last_pair + 1;
-    } else if (place <= last_pair) {
-      at += last_pair + 1 - place;
-    } else if (text.compare(at - last_pair, needle.size(), needle) == 0) {
-      return at - last_pair;
-    } else {
-      at += last_pair + 1 - place_before_last;
-    }
-  }
-  return std::string_view::npos;
+/// `text` begins behind the quoted key; nothing when there is no colon or no value.
+std::optional<std::string> MemberBehind(std::string_view text) {
+  const std::size_t colon = text.find(':');
+  if (colon == std::string_view::npos) return std::nullopt;
+  const std::string_view value = TrimAsciiLeft(text.substr(colon + 1));
+  if (value.empty()) return std::nullopt;
+  if (value.front() == '"') return StringContent(value.substr(1));
+  return std::string(TrimAscii(value.substr(0, value.find_first_of(",}"))));
 }
 
-/// The text behind the key's colon and the white space that follows it; nothing when there is none.
-std::optional<std::string_view> ValueText(std::string_view text, std::string_view key) {
-  const std::string needle = std::string("\"").append(key).append("\"");
-  const std::size_t found = Find(text, needle);
-  if (found == std::string_view::npos) return std::nullopt;
-  const std::size_t colon = text.find(':', found + needle.size());
-  if (colon == std::string_view::npos) return std::nullopt;
-  const std::size_t value = text.find_first_not_of(kAsciiWhiteSpace, colon + 1);
-  if (value == std::string_view::npos) return std::nullopt;
-  return text.substr(value);
+JsonMember* MissingMember(std::string_view key, JsonMember* first, const JsonMember* last) {
+  for (; first != last; ++first) {
+    if (!first->found && first->key == key) return first;
+  }
+  return nullptr;
 }
 
 }  // namespace
 
 std::optional<std::string> FindJsonMember(std::string_view text, std::string_view key) {
-  const std::optional<std::string_view> value = ValueText(text, key);
-  if (!value) return std::nullopt;
-  if (value->front() == '"') return StringContent(value->substr(1));
-  return std::string(TrimAscii(value->substr(0, value->find_first_of(",}"))));
+  const std::string needle = std::string("\"").append(key).append("\"");
+  const std::size_t found = text.find(needle);
+  if (found == std::string_view::npos) return std::nullopt;
+  return MemberBehind(text.substr(found + needle.size()));
 }
 
 std::optional<std::int32_t> FindJsonInt(std::string_view text, std::string_view key) {
   const std::optional<std::string> member = FindJsonMember(text, key);
-  if (!member) return std::nullopt;
-  const std::string_view token = TrimAscii(*member);
-  if (token.empty() || token.find_first_not_of("0123456789") != std::string_view::npos) {
+  return member ? IntFromToken(*member) : std::nullopt;
+}
+
+// A quoted key stands between two neighbouring quotation marks, and most of what stands so has
+// another length than any key. One comparison a byte: marks are so close together that looking for
+// each with std::string_view::find took a quarter more time.
+void FindJsonMembers(std::string_view text, JsonMember* first, const JsonMember* last) {
+  std::uint64_t lengths = 0;
+  for (const JsonMember* member = first; member != last; ++member) {
+    lengths |= LengthBit(member->key.size());
+  }
+  std::ptrdiff_t missing = last - first;
+  const char* const end = text.data() + text.size();
+  const char* mark = std::find(text.data(), end, '"');
+  while (mark != end && missing != 0) {
+    const char* const word = mark + 1;
+    mark = std::find(word, end, '"');
+    const std::size_t length = static_cast<std::size_t>(mark - word);
+    if ((lengths & LengthBit(length)) == 0 || mark == end) continue;
+    JsonMember* const member = MissingMember({word, length}, first, last);
+    if (member == nullptr) continue;
+    member->found = true;
+    --missing;
+    std::optional<std::string> value =
+        MemberBehind({mark + 1, static_cast<std::size_t>(end - mark - 1)});
+    if (value) member->value = std::move(*value);
+  }
+}
+
+std::optional<std::int32_t> IntFromToken(std::string_view token) {
+  const std::string_view digits = TrimAscii(token);
+  if (digits.empty() || digits.find_first_not_of("0123456789") != std::string_view::npos) {
     return std::nullopt;
   }
   std::int32_t value = 0;
   const std::from_chars_result end =
-      std::from_chars(token.data(), token.data() + token.size(), value);
+      std::from_chars(digits.data(), digits.data() + digits.size(), value);
   if (end.ec != std::errc{}) return std::nullopt;
   return value;
 }

@@ -20,6 +20,26 @@ std::optional<std::string> FindJsonMember(std::string_view text, std::string_vie
 /// any other value and for one that does not fit.
 std::optional<std::int32_t> FindJsonInt(std::string_view text, std::string_view key);
 
+/// A key, without quotation marks in it, and where the member's text goes.
+struct JsonMember {
+  std::string_view key;
+  std::string& value;
+  bool found = false;
+};
+
+/// `FindJsonMember` for several keys in one pass over the text. The value of a member that is not
+/// there stays as it is.
+void FindJsonMembers(std::string_view text, JsonMember* first, const JsonMember* last);
+
+template <std::size_t kCount>
+void FindJsonMembers(std::string_view text, JsonMember (&&members)[kCount]) {
+  FindJsonMembers(text, members, members + kCount);
+}
+
+/// A looked-up value of decimal digits only, white space at both ends left aside; nothing for any
+/// other and for one that does not fit.
+std::optional<std::int32_t> IntFromToken(std::string_view token);
+
 /// Whether a looked-up value is exactly "true" or "1", white space at both ends left aside.
 bool IsTrueToken(std::string_view token);
 

@@ -11,10 +11,6 @@ namespace {
 
 constexpr char kUpdateCheckPath[] = "/API/v2/sdk/update/check/";
 
-std::string TextMember(const std::string& body, const char* key) {
-  return FindJsonMember(body, key).value_or(std::string());
-}
-
 }  // namespace
 
 Result<UpdateInfo> SendUpdateCheck(const std::string& server_base_url,
@@ -30,15 +26,20 @@ Result<UpdateInfo> SendUpdateCheck(const std::string& server_base_url,
 
 UpdateInfo ReadUpdateReply(const std::string& body) {
   UpdateInfo info;
-  info.force_update = IsTrueToken(TextMember(body, "force_update"));
-  info.latest_version = TextMember(body, "version");
-  info.min_supported_version = TextMember(body, "min_supported_version");
-  info.publish_time = TextMember(body, "publish_time");
-  info.update_content = TextMember(body, "update_content");
-  info.download_url = TextMember(body, "download_url");
-  info.sha256 = TextMember(body, "sha256");
-  const std::int32_t code = FindJsonInt(body, "code").value_or(kServiceAccepted);
-  std::string message = TextMember(body, "msg");
+  std::string force_update;
+  std::string code_text;
+  std::string message;
+  FindJsonMembers(body, {{"force_update", force_update},
+                         {"version", info.latest_version},
+                         {"min_supported_version", info.min_supported_version},
+                         {"publish_time", info.publish_time},
+                         {"update_content", info.update_content},
+                         {"download_url", info.download_url},
+                         {"sha256", info.sha256},
+                         {"code", code_text},
+                         {"msg", message}});
+  info.force_update = IsTrueToken(force_update);
+  const std::int32_t code = IntFromToken(code_text).value_or(kServiceAccepted);
 
   if (code == kServiceAccepted) {
     // A message beside an offer is dropped: it is only reported for rejections.

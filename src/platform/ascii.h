@@ -6,14 +6,20 @@
 
 namespace korvixsdk {
 
-/// The white space of the C locale, whatever locale the host has set.
-inline constexpr std::string_view kAsciiWhiteSpace = " \t\n\v\f\r";
+/// Space, tab, line feed, vertical tab, form feed, carriage return: the white space of the C
+/// locale, whatever locale the host has set.
+inline bool IsAsciiWhiteSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+inline std::string_view TrimAsciiLeft(std::string_view text) {
+  while (!text.empty() && IsAsciiWhiteSpace(text.front())) text.remove_prefix(1);
+  return text;
+}
 
 /// `text` without white space at both ends.
 inline std::string_view TrimAscii(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kAsciiWhiteSpace);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kAsciiWhiteSpace) - first + 1);
+  text = TrimAsciiLeft(text);
+  while (!text.empty() && IsAsciiWhiteSpace(text.back())) text.remove_suffix(1);
+  return text;
 }
 
 inline bool StartsWith(std::string_view text, std::string_view prefix) {

@@ -90,6 +90,18 @@ void CheckTokens(const std::string& token) {
   Check(IsFalseToken(token) == (trimmed == "false" || trimmed == "0"), "false token");
 }
 
+/// Two keys at once must give what each gives alone.
+void CheckPair(const std::string& text, const std::string& key,
+               const std::optional<std::string>& expected) {
+  const std::string other = key == "version" ? "code" : "version";
+  if (key.find('"') != std::string::npos) return;
+  std::string value = "absent";
+  std::string other_value = "absent";
+  FindJsonMembers(text, {{key, value}, {other, other_value}});
+  Check(value == expected.value_or("absent"), "the member's text beside another");
+  Check(other_value == ExpectedMember(text, other).value_or("absent"), "the other member's text");
+}
+
 }  // namespace
 }  // namespace korvixsdk::test
 
@@ -102,6 +114,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::optional<std::string> expected = ExpectedMember(text, key);
   Check(FindJsonMember(text, key) == expected, "the member's text");
   Check(FindJsonInt(text, key) == ExpectedInt(expected), "the member's integer");
+  CheckPair(text, key, expected);
   if (expected) CheckTokens(*expected);
   CheckTokens(text);
   return 0;

@@ -153,6 +153,57 @@ TEST(FindJsonMember, StopsAtNoZeroByte) {
   EXPECT_EQ(FindJsonMember(std::string("\0\"k\":\"v\"", 8), "k"), Found("v"));
 }
 
+TEST(FindJsonMembers, FindsThemInAnyOrder) {
+  std::string version = "none";
+  std::string code;
+  std::string message;
+  FindJsonMembers(R"({"msg":"text","version":"2.0.0","other":[1],"code":400})",
+                  {{"version", version}, {"code", code}, {"msg", message}});
+  EXPECT_EQ(version, "2.0.0");
+  EXPECT_EQ(code, "400");
+  EXPECT_EQ(message, "text");
+}
+
+TEST(FindJsonMembers, LeavesAValueWithoutAMember) {
+  for (const char* const text : {"", "\"", "k", "\"k", "k\"", R"({"l":1})", R"({"K":1})", R"({"k")",
+                                 R"({"k":)", R"({"\u006b":1})"}) {
+    std::string value = "as it was";
+    FindJsonMembers(text, {{"k", value}});
+    EXPECT_EQ(value, "as it was") << text;
+  }
+}
+
+// While another one is still looked for.
+TEST(FindJsonMembers, TakesTheFirstOccurrenceOnly) {
+  std::string k;
+  std::string absent;
+  FindJsonMembers(R"({"data":{"k":"inner"},"k":"outer"})", {{"k", k}, {"absent", absent}});
+  EXPECT_EQ(k, "inner");
+  FindJsonMembers(R"({"kind":"k","since":"1.0","k":"2.0"})", {{"k", k}, {"absent", absent}});
+  EXPECT_EQ(k, "1.0");
+}
+
+// The mark before a key may end what stands before it, and that behind it may begin the next text.
+TEST(FindJsonMembers, FindsAKeyBetweenAnyTwoMarks) {
+  std::string k;
+  std::string l;
+  FindJsonMembers(R"("a"k"l":1)", {{"k", k}, {"l", l}});
+  EXPECT_EQ(k, "1");
+  EXPECT_EQ(l, "1");
+}
+
+TEST(FindJsonMembers, TellsLongKeysOfOneBeginningApart) {
+  const std::string name(70, 'k');
+  const std::string text = "{\"" + name + "kk\":2,\"" + name + "\":0,\"" + name + "k\":1}";
+  std::string values[3];
+  const std::string longer = name + 'k';
+  const std::string longest = longer + 'k';
+  FindJsonMembers(text, {{name, values[0]}, {longer, values[1]}, {longest, values[2]}});
+  EXPECT_EQ(values[0], "0");
+  EXPECT_EQ(values[1], "1");
+  EXPECT_EQ(values[2], "2");
+}
+
 TEST(IsTrueToken, TakesTrueAndOneOnly) {
   for (const char* const token : {"true", "1", " true ", "\t\n\v\f\r1\t\n\v\f\r"}) {
     EXPECT_TRUE(IsTrueToken(token)) << token;
