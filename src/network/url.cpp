@@ -26,7 +26,11 @@ Result<std::string> BuildUrl(const CurlHandle& handle, const std::string& server
                              std::string_view path, const QueryParameters& params) try {
   if (!handle) return {{}, Error{kNetworkError, "Failed to initialize libcurl"}};
 
-  std::string url = server_base_url;
+  std::size_t length = server_base_url.size() + path.size();
+  for (const auto& [key, value] : params) length += key.size() + value.size() + 2;
+  std::string url;
+  url.reserve(length);
+  url = server_base_url;
   if (!url.empty() && url.back() == '/' && !path.empty() && path.front() == '/') url.pop_back();
   url += path;
 

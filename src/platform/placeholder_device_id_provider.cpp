@@ -1,8 +1,10 @@
 #include "platform/placeholder_device_id_provider.h"
 
+#include <algorithm>
 #include <charconv>
 #include <exception>
 #include <filesystem>
+#include <iterator>
 #include <mutex>
 #include <optional>
 #include <utility>
@@ -32,16 +34,22 @@ std::string& defaultFallbackIdPath() {
 Error PlatformError(const char* message) { return Error{kPlatformError, message}; }
 
 /// A property that cannot be read, or is blank, is left out.
-void AppendSource(const char* label, Result<std::string> property,
+void AppendSource(std::string_view label, Result<std::string> property,
                   std::vector<std::string>& sources) {
   if (!property.ok()) return;
   const std::string folded = FoldAsciiToLower(std::move(property.value));
   const std::string_view value = TrimAscii(folded);
-  if (!value.empty()) sources.push_back(std::string(label).append(value));
+  if (value.empty()) return;
+  std::string& source = sources.emplace_back();
+  source.reserve(label.size() + value.size());
+  source.append(label).append(value);
 }
 
 std::string Join(const std::vector<std::string>& sources) {
+  std::size_t length = sources.size();
+  for (const std::string& source : sources) length += source.size();
   std::string joined;
+  joined.reserve(length);
   for (const std::string& source : sources) {
     if (!joined.empty()) joined += kSourceSeparator;
     joined += source;
@@ -50,10 +58,10 @@ std::string Join(const std::vector<std::string>& sources) {
 }
 
 /// Lowercase hexadecimal without padding: a small hash has fewer than 16 digits.
-std::string HexText(std::uint64_t value) {
-  char digits[16];
-  const std::to_chars_result end = std::to_chars(digits, digits + sizeof(digits), value, 16);
-  return std::string(digits, end.ptr);
+std::string FingerprintId(std::uint64_t hash) {
+  char text[sizeof(kFingerprintPrefix) - 1 + 16];
+  char* const digits = std::copy_n(kFingerprintPrefix, sizeof(kFingerprintPrefix) - 1, text);
+  return std::string(text, std::to_chars(digits, std::end(text), hash, 16).ptr);
 }
 
 /// The stored identifier, whatever its form; empty when there is none to read. Devices and pipes,
@@ -112,7 +120,7 @@ Result<std::string> PlaceholderDeviceIdProvider::GetDeviceId() {
   if (!sources.ok()) return FallbackId();
   const std::string joined = Join(sources.value);
   if (joined.empty()) return FallbackId();
-  return Result<std::string>{kFingerprintPrefix + HexText(Fnv1a64(joined)), Error{}};
+  return {FingerprintId(Fnv1a64(joined)), Error{}};
 }
 
 Result<std::vector<std::string>> PlaceholderDeviceIdProvider::CollectFingerprintSources() {
@@ -121,6 +129,7 @@ Result<std::vector<std::string>> PlaceholderDeviceIdProvider::CollectFingerprint
     sources.error = PlatformError("Device fingerprint sources are forced unavailable");
     return sources;
   }
+  sources.value.reserve(2);
   AppendSource(kMachineGuidLabel, ReadMachineGuid(), sources.value);
   AppendSource(kComputerNameLabel, ReadComputerName(), sources.value);
   if (sources.value.empty()) {
