@@ -14,7 +14,7 @@ struct ServiceRegistry;
 
 /// The configuration handed to `KorvixSDK::Init`, which keeps a copy. The library has no other
 /// configuration: no files, no environment variables, no registry settings. (libcurl takes proxies
-/// from the environment, "http_proxy" and its relatives.)
+/// from the environment, "http_proxy" and its relatives, and on Linux "SSLKEYLOGFILE".)
 ///
 /// Copying copies the two shared pointers; both copies then share one logger and one registry.
 struct SDKConfig {
