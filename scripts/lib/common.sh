@@ -14,10 +14,40 @@ as_root() {
   if [ "$(id -u)" = 0 ]; then
     "$@"
   else
-    sudo -n true 2>/dev/null || fail "needs root, or sudo without a password, for: $*"
+    sudo -n true 2>/dev/null ||
+      fail "needs root, or sudo that asks for nothing (run 'sudo -v' before), for: $*"
     sudo -n "$@"
   fi
 }
+
+# apt_get COMMAND...: runs a command that ends in an apt-get, and waits, half an hour at most, while
+# another program holds one of apt-get's locks, as a new machine's own first update does. The option
+# that apt-get has for this leaves out the locks of its lists and archives.
+apt_get() {
+  local report status end=$((SECONDS + 1800)) waiting=
+  report=$(mktemp)
+  while :; do
+    status=0
+    # What it says is looked at, so it is said in English.
+    LC_ALL=C.UTF-8 "$@" 2>&1 </dev/null | tee "$report" |
+      sed -u '/^E: .*lock/d; /removing the lock/d' >&2 || status=$?
+    [ "$status" != 0 ] && grep -q '^E: Could not get lock' "$report" && [ "$SECONDS" -lt "$end" ] ||
+      break
+    [ -n "$waiting" ] || sed -n 's/^E: Could not get lock/Waiting for a lock:/p' "$report" >&2
+    waiting=yes
+    sleep 2
+  done
+  [ "$status" = 0 ] || grep '^E: .*lock' "$report" >&2 || true
+  rm -f "$report"
+  return "$status"
+}
+
+# RUNLEVEL=1: a service that comes with a package is not started.
+apt_get_as_root() {
+  apt_get as_root env LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive RUNLEVEL=1 apt-get -q -y "$@"
+}
+
+update_package_lists() { apt_get_as_root update || fail "apt-get update failed"; }
 
 # install_packages STEP...: installs what scripts/packages.txt lists for these steps and the
 # machine lacks. Asks for nothing.
@@ -37,10 +67,8 @@ install_packages() {
   [ ${#missing[@]} = 0 ] && return
   command -v apt-get >/dev/null || fail "needs these packages, and apt-get to install them: ${missing[*]}"
   echo "Installing: ${missing[*]}" >&2
-  # RUNLEVEL=1: a service that comes with a package is not started.
-  local run=(env DEBIAN_FRONTEND=noninteractive RUNLEVEL=1 apt-get -q -y)
-  as_root "${run[@]}" update >&2 </dev/null || fail "apt-get update failed"
-  as_root "${run[@]}" --no-install-recommends --no-remove install "${missing[@]}" >&2 </dev/null ||
+  update_package_lists
+  apt_get_as_root --no-install-recommends --no-remove install "${missing[@]}" ||
     fail "apt-get could not install: ${missing[*]}"
 }
 
