@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <string>
 
-#include "files/child_process.h"
 #include "files/expect_error.h"
+#include "support/child_process.h"
 
 namespace korvixsdk::test {
 namespace {

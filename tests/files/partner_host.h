@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "files/child_process.h"
+#include "support/child_process.h"
 
 namespace korvixsdk::test {
 

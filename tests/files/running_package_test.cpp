@@ -4,8 +4,8 @@
 #include <fstream>
 #include <string>
 
-#include "files/child_process.h"
 #include "files/expect_error.h"
+#include "support/child_process.h"
 
 namespace korvixsdk::test {
 namespace {

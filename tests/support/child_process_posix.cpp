@@ -7,7 +7,7 @@
 
 #include <utility>
 
-#include "files/child_process.h"
+#include "support/child_process.h"
 
 namespace korvixsdk::test {
 

@@ -1,5 +1,5 @@
-#ifndef KORVIXSDK_TESTS_FILES_CHILD_PROCESS_H_
-#define KORVIXSDK_TESTS_FILES_CHILD_PROCESS_H_
+#ifndef KORVIXSDK_TESTS_SUPPORT_CHILD_PROCESS_H_
+#define KORVIXSDK_TESTS_SUPPORT_CHILD_PROCESS_H_
 
 #include <memory>
 #include <string>
@@ -31,4 +31,4 @@ class ChildProcess {
 
 }  // namespace korvixsdk::test
 
-#endif  // KORVIXSDK_TESTS_FILES_CHILD_PROCESS_H_
+#endif  // KORVIXSDK_TESTS_SUPPORT_CHILD_PROCESS_H_
