@@ -10,13 +10,14 @@
 namespace korvixsdk {
 
 struct CurlHandleCleanup {
-  void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
+  void operator()(CURL* handle) const;
 };
 
-/// A libcurl easy handle with one owner; null when libcurl gave none.
+/// A libcurl easy handle with one owner.
 using CurlHandle = std::unique_ptr<CURL, CurlHandleCleanup>;
 
-inline CurlHandle MakeCurlHandle() { return CurlHandle(curl_easy_init()); }
+/// Null when libcurl gives none, and once the library's teardown has begun. Any thread.
+CurlHandle MakeCurlHandle();
 
 /// Sets options one after the other and stops at the first that libcurl refuses, so that no
 /// transfer runs without, say, a time limit.

@@ -14,6 +14,10 @@ class DefaultCryptoProvider : public ICryptoProvider {
   Result<std::string> Sha256Hex(const std::string& data) override;
 };
 
+/// To be called before anybody sets up the system's cryptography: keeps it usable to the process's
+/// end, for threads that the host does not wait for.
+void KeepCryptoToTheEnd();
+
 }  // namespace korvixsdk
 
 #endif  // KORVIXSDK_PLATFORM_DEFAULT_CRYPTO_PROVIDER_H_

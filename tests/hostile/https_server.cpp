@@ -35,7 +35,8 @@ struct HttpsServer::State {
       asio::error_code error;
       tcp::socket socket(context);
       acceptor.accept(socket, error);
-      if (error || stopping) return;
+      if (stopping) return;
+      if (error) continue;  // The client has gone already.
       Answer(asio::ssl::stream<tcp::socket>(std::move(socket), tls));
     }
   }

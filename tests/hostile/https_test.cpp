@@ -6,6 +6,7 @@
 
 #include "hostile/hostile_service.h"
 #include "hostile/https_server.h"
+#include "support/child_process.h"
 #include "unit/record_equality.h"
 
 // Run by the script https-certificates, which makes the certificates; the suite TrustedHttps where
@@ -63,6 +64,19 @@ void ExpectRefused(const std::string& certificate) {
   const HttpsServer server(Certificate(certificate), SoundReplyText());
   ExpectRefusedAt(server.address());
   EXPECT_EQ(server.requests(), 0);
+}
+
+/// A handshake needs the TLS library up to its end, wherever the host's own is.
+TEST(HttpsCertificate, HostsEndInOrderWhileSixWorkersShakeHands) {
+  constexpr int kRounds = 100;
+  constexpr int kLongestMicroseconds = 40000;
+  const TempFolder folder;
+  const HttpsServer server(Certificate("self-signed"), SoundReplyText());
+  for (int round = 0; round < kRounds; ++round) {
+    const std::string time = std::to_string(kLongestMicroseconds * round / kRounds);
+    ChildProcess host({KORVIXSDK_ENDING_HOST, "loop", server.address(), folder.text(), time});
+    EXPECT_EQ(host.Wait(), 0u) << "after " << time << " microseconds";
+  }
 }
 
 TEST(HttpsCertificate, IsRefusedWhenSelfSigned) { ExpectRefused("self-signed"); }

@@ -20,6 +20,9 @@ class ChildProcess {
   void WriteLine(const std::string& line);
   /// Waits for a whole line; what there is of it when the program ends before.
   std::string ReadLine();
+  /// Waits until the program ends by itself; its exit status, or something above 127 where it
+  /// crashed.
+  unsigned Wait();
   /// Ends the program at once, wherever it is, and waits until it is gone.
   void Kill();
 

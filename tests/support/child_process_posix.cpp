@@ -69,12 +69,16 @@ std::string ChildProcess::ReadLine() {
   return line;
 }
 
+unsigned ChildProcess::Wait() {
+  int status = 0;
+  EXPECT_NE(waitpid(std::exchange(system_->id, -1), &status, 0), -1);
+  return static_cast<unsigned>(WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status));
+}
+
 void ChildProcess::Kill() {
   if (system_->id < 0) return;
   kill(system_->id, SIGKILL);
-  int status = 0;
-  EXPECT_EQ(waitpid(system_->id, &status, 0), system_->id);
-  system_->id = -1;
+  Wait();
 }
 
 }  // namespace korvixsdk::test

@@ -93,12 +93,19 @@ std::string ChildProcess::ReadLine() {
   return line;
 }
 
+unsigned ChildProcess::Wait() {
+  const HANDLE process = std::exchange(system_->process, nullptr);
+  EXPECT_EQ(WaitForSingleObject(process, INFINITE), WAIT_OBJECT_0);
+  DWORD status = 0;
+  EXPECT_TRUE(GetExitCodeProcess(process, &status));
+  CloseHandle(process);
+  return status;
+}
+
 void ChildProcess::Kill() {
   if (system_->process == nullptr) return;
   TerminateProcess(system_->process, 1);
-  EXPECT_EQ(WaitForSingleObject(system_->process, INFINITE), WAIT_OBJECT_0);
-  CloseHandle(system_->process);
-  system_->process = nullptr;
+  Wait();
 }
 
 }  // namespace korvixsdk::test

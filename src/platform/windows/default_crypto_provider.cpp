@@ -81,4 +81,7 @@ Result<std::string> DefaultCryptoProvider::Sha256Hex(const std::string& data) {
   return Result<std::string>{DigestText(digest), Error{}};
 }
 
+/// Windows keeps its own, and ends all other threads before the library is told of the end.
+void KeepCryptoToTheEnd() {}
+
 }  // namespace korvixsdk
