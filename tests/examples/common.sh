@@ -70,12 +70,13 @@ nginx_configuration() {
   printf '  server {\n%s\n    location = /alive { access_log off; return 204; }\n  }\n}\n' "$1"
 }
 
-# wait_for FILE: the updater is nobody's child, and nothing but a file tells that it is done.
-wait_for() {
+# wait_until CONDITION...: the updater is nobody's child, and nothing but its files tells that it is
+# done. A file that is there need not be whole yet.
+wait_until() {
   local tries
   for ((tries = 0; tries < 600; tries++)); do
-    [ ! -f "$1" ] || return 0
+    "$@" && return
     sleep 0.1
   done
-  fail "there is no $1"
+  fail "waited in vain for: $*"
 }
