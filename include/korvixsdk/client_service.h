@@ -19,7 +19,7 @@ namespace korvixsdk {
 /// host that passes its own implementation to `KorvixSDK` takes over all of them.
 ///
 /// The default implementation takes no lock: one service must not be called from two threads at
-/// once. An implementation must not throw.
+/// once. Exceptions: see `ServiceRegistry`.
 class IClientService {
  public:
   virtual ~IClientService() = default;

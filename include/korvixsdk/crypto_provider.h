@@ -11,8 +11,8 @@
 namespace korvixsdk {
 
 /// Computes digests. The default implementation asks the operating system (CNG on Windows, OpenSSL
-/// on Linux), keeps nothing between calls and may be called from any thread. An implementation must
-/// not throw.
+/// on Linux), keeps nothing between calls and may be called from any thread. Exceptions: see
+/// `ServiceRegistry`.
 class ICryptoProvider {
  public:
   virtual ~ICryptoProvider() = default;

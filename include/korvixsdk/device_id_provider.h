@@ -17,7 +17,7 @@ namespace korvixsdk {
 /// FNV-1a and returns "win-" and the hash in lowercase hexadecimal without padding. When neither
 /// property can be read it returns the identifier kept in the fallback file, or writes a new one
 /// there: "guid-" and a random GUID. It may be called from any thread and blocks on the disk at
-/// most. An implementation must not throw.
+/// most. Exceptions: see `ServiceRegistry`.
 class IDeviceIdProvider {
  public:
   virtual ~IDeviceIdProvider() = default;

@@ -24,7 +24,7 @@ namespace korvixsdk {
 /// The default implementation has no state and may be called from any thread; calls block on the
 /// disk without a limit. Two threads that write one file at once must order their own calls.
 /// Messages end in the path exactly as it was passed and never carry a system error number.
-/// An implementation must not throw.
+/// Exceptions: see `ServiceRegistry`.
 class IFileSystemProvider {
  public:
   virtual ~IFileSystemProvider() = default;

@@ -15,8 +15,10 @@ namespace korvixsdk {
 
 /// The library's front: construct one, call `Init` once, then the operations.
 ///
-/// Everything is synchronous on the caller's thread, nothing throws, every failure is a value.
-/// (Only libcurl looks names up in a thread of its own, which ends before the call does.) The
+/// Everything is synchronous on the caller's thread, and every failure is a value. Nothing throws
+/// but a constructor where memory does not suffice (std::bad_alloc); what becomes of a service of
+/// the host's that throws stands at `ServiceRegistry`. (Only libcurl looks names up in a thread of
+/// its own, which ends before the call does.) The
 /// facade takes no lock: use one facade from one thread at a time. Separate facades in separate
 /// threads do not disturb each other while each has a registry of its own, but for the fallback
 /// identifier path, which is one for the process and belongs to the `Init` that ran last. On Linux
@@ -58,7 +60,7 @@ class KorvixSDK {
   ///   `kInvalidArgument` "SDKConfig.product_id must not be empty",
   ///   "SDKConfig.version must not be empty", "SDKConfig.cache_dir must not be empty";
   ///   `kInvalidState` "Required services are not configured",
-  ///   "Failed to create cache directory: " + cache_dir.
+  ///   "Failed to create cache directory: " + cache_dir, "Not enough memory to initialize".
   /// Blocks on the disk at most.
   KORVIXSDK_API Error Init(const SDKConfig& config);
 

@@ -12,8 +12,8 @@ namespace korvixsdk {
 /// levels, formats or filters. The default implementation drops every line.
 ///
 /// Called on the thread that called the library, once a line, before the operation returns. An
-/// implementation must be cheap, must not call back into the library and must not throw. One that
-/// serves several facades in several threads must be safe for that itself.
+/// implementation must be cheap and must not call back into the library. One that serves several
+/// facades in several threads must be safe for that itself. Exceptions: see `ServiceRegistry`.
 class ILogger {
  public:
   virtual ~ILogger() = default;

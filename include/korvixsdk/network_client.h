@@ -30,7 +30,7 @@ struct UpdateCheckRequest {
 /// may last longer: libcurl looks the service's name up in a thread of its own and waits for its
 /// end, so that a call whose name servers do not answer ends when the system's resolver gives up.
 /// Two calls may run at once in different threads while its base address is not changed.
-/// An implementation must not throw.
+/// Exceptions: see `ServiceRegistry`.
 ///
 /// Failures of both operations of the default implementation, besides those named there:
 /// `kNetworkError` with "Network client is not configured with server_base_url",

@@ -31,6 +31,14 @@ namespace korvixsdk {
 /// Two facades that are given one registry share its core service, and with it configuration and
 /// last error: give each its own.
 ///
+/// Exceptions: a service answers with values and should not throw. Where one does, nothing leaves
+/// the library. The operation fails with `kInvalidState`; the message is the service's name
+/// ("File system service", "Crypto provider", "Device id provider", "Network client",
+/// "Update policy", "Update package service" or "Client service") and " threw an exception",
+/// followed, where it is a std::exception, by ": " and its `what()`. It is kept and logged like
+/// every other failure of that operation. An update check goes on without an identifier, as it does
+/// whenever the provider fails. A logger that throws loses the line, and nothing else changes.
+///
 /// Threads: no lock. Do not change a registry while a facade that uses it is in a call.
 struct ServiceRegistry {
   /// Default: drops every line.

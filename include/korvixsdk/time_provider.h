@@ -11,7 +11,7 @@ namespace korvixsdk {
 /// Tells the time of day. The library asks it nothing: `Init` fails where there is none, and that
 /// is all. (Where the service sends no time, `ServerResult::server_time` is the system's.) The
 /// default implementation reads the system clock at every call, has no state and may be called from
-/// any thread. An implementation must not throw.
+/// any thread.
 class ITimeProvider {
  public:
   virtual ~ITimeProvider() = default;

@@ -16,7 +16,8 @@ namespace korvixsdk {
 /// Downloads and verifies a package and starts the host's updater on it.
 ///
 /// The default implementation holds the whole package in memory and takes no lock; two threads that
-/// prepare the same address at once write the same file. An implementation must not throw.
+/// prepare the same address at once write the same file. Exceptions:
+/// see `ServiceRegistry`.
 class IUpdatePackageService {
  public:
   virtual ~IUpdatePackageService() = default;

@@ -9,7 +9,7 @@
 namespace korvixsdk {
 
 /// Compares versions. The default implementation has no state, may be called from any thread and
-/// never blocks. An implementation must not throw.
+/// never blocks. Exceptions: see `ServiceRegistry`.
 class IUpdatePolicy {
  public:
   virtual ~IUpdatePolicy() = default;

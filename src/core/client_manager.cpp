@@ -1,7 +1,9 @@
 #include "korvixsdk/client_manager.h"
 
-#include <exception>
 #include <utility>
+
+#include "core/default_client_service.h"
+#include "platform/or_else.h"
 
 namespace korvixsdk {
 namespace {
@@ -17,24 +19,23 @@ ClientManager::ClientManager() : sdk_(std::make_unique<KorvixSDK>()) {}
 
 ClientManager::~ClientManager() = default;
 
-Error ClientManager::Init(const ClientManagerConfig& config) try {
+Error ClientManager::Init(const ClientManagerConfig& config) {
   initialized_ = false;
-  SDKConfig sdk_config = config.sdk_config;
-  auto sdk = std::make_unique<KorvixSDK>();
-  Error error = sdk->Init(sdk_config);
+  Error error = OrElse(
+      [&] {
+        SDKConfig sdk_config = config.sdk_config;
+        auto sdk = std::make_unique<KorvixSDK>();
+        Error outcome = sdk->Init(sdk_config);
+        if (!outcome.ok()) return outcome;
+        sdk_ = std::move(sdk);
+        config_ = std::move(sdk_config);
+        return Error{};
+      },
+      [](const char*) { return InitOutOfMemoryError(); });
   last_error_code_ = error.code;
-  last_error_message_ = error.message;
-  if (!error.ok()) return error;
-
-  sdk_ = std::move(sdk);
-  config_ = std::move(sdk_config);
-  last_error_message_.clear();
-  initialized_ = true;
-  return Error{};
-} catch (const std::exception&) {
-  last_error_code_ = kInvalidState;
-  last_error_message_ = "Failed to create cache directory: ";
-  return Error{last_error_code_, last_error_message_};
+  last_error_message_ = OrElse([&] { return error.message; }, std::string());
+  initialized_ = error.ok();
+  return error;
 }
 
 Result<std::string> ClientManager::GetDeviceId() {

@@ -1,6 +1,5 @@
 #include "core/default_client_service.h"
 
-#include <exception>
 #include <filesystem>
 #include <optional>
 #include <utility>
@@ -10,7 +9,9 @@
 #include "platform/error_text.h"
 #include "platform/native_file.h"
 #include "platform/native_path.h"
+#include "platform/or_else.h"
 #include "platform/placeholder_device_id_provider.h"
+#include "platform/service_call.h"
 
 namespace korvixsdk {
 namespace {
@@ -18,6 +19,10 @@ namespace {
 constexpr char kNoCacheDirectory[] = "Failed to create cache directory: ";
 constexpr char kNoNetworkClient[] = "Network client is not configured";
 constexpr char kNoPackageService[] = "Update package service is not configured";
+constexpr char kDeviceIdProvider[] = "Device id provider";
+constexpr char kNetworkClient[] = "Network client";
+constexpr char kPackageService[] = "Update package service";
+constexpr char kUpdatePolicy[] = "Update policy";
 
 const char* BoolText(bool value) { return value ? "true" : "false"; }
 
@@ -39,7 +44,12 @@ bool CreateCacheDirectory(const std::string& cache_dir) {
 DefaultClientService::DefaultClientService(std::shared_ptr<ServiceRegistry> services)
     : services_(std::move(services)) {}
 
-Error DefaultClientService::Init(const SDKConfig& config) try {
+Error DefaultClientService::Init(const SDKConfig& config) {
+  return OrElse([&] { return CheckAndAdopt(config); },
+                [](const char*) { return InitOutOfMemoryError(); });
+}
+
+Error DefaultClientService::CheckAndAdopt(const SDKConfig& config) {
   if (const char* const missing = MissingField(config)) {
     LogError({"Init failed: ", missing});
     return Error{kInvalidArgument, missing};
@@ -55,7 +65,7 @@ Error DefaultClientService::Init(const SDKConfig& config) try {
   LogInfo({"Init requested for product_id=", config.product_id, ", version=", config.version});
 
   if (!CreateCacheDirectory(config.cache_dir)) {
-    Error error = ErrorWithDetail(kInvalidState, kNoCacheDirectory, config.cache_dir);
+    Error error{kInvalidState, kNoCacheDirectory + config.cache_dir};
     LogError({error.message});
     return error;
   }
@@ -65,9 +75,6 @@ Error DefaultClientService::Init(const SDKConfig& config) try {
   last_error_.clear();
   LogInfo({"SDK init success, cache_dir=", config.cache_dir});
   return Error{};
-} catch (const std::exception&) {
-  // A configuration so long that memory does not suffice for its copy.
-  return Error{kInvalidState, kNoCacheDirectory};
 }
 
 Result<std::string> DefaultClientService::GetDeviceId() {
@@ -92,11 +99,22 @@ Result<ServerResult> DefaultClientService::ReportInstall() {
   }
   Result<std::string> device_id = ResolveDeviceId();
   if (!device_id.ok()) return {{}, std::move(device_id.error)};
-  return services_->network_client->ReportInstall(config_.product_id, device_id.value,
-                                                  config_.version);
+  return CallService(kNetworkClient, [&] {
+    return services_->network_client->ReportInstall(config_.product_id, device_id.value,
+                                                    config_.version);
+  });
 }
 
-Result<UpdateInfo> DefaultClientService::CheckForUpdate() try {
+Result<UpdateInfo> DefaultClientService::CheckForUpdate() {
+  return OrElse([this] { return CheckAndDecide(); },
+                [this](const char*) {
+                  Error error = TransportOutOfMemoryError();
+                  RecordFailure("CheckForUpdate", error.message);
+                  return Result<UpdateInfo>{{}, std::move(error)};
+                });
+}
+
+Result<UpdateInfo> DefaultClientService::CheckAndDecide() {
   Result<UpdateInfo> result;
   if (!IsInitialized(&result.error)) return result;
   if (!services_ || !services_->network_client) {
@@ -110,7 +128,8 @@ Result<UpdateInfo> DefaultClientService::CheckForUpdate() try {
   const UpdateCheckRequest request{config_.product_id, config_.version, ResolveDeviceId().value};
   LogInfo({"CheckForUpdate request started product_id=", request.product_id, ", version=",
            request.version, ", device_id_present=", BoolText(!request.device_id.empty())});
-  result = services_->network_client->CheckForUpdate(request);
+  result = CallService(kNetworkClient,
+                       [&] { return services_->network_client->CheckForUpdate(request); });
   if (!result.ok()) {
     RecordFailure("CheckForUpdate", result.error.message);
     return {{}, std::move(result.error)};
@@ -121,7 +140,10 @@ Result<UpdateInfo> DefaultClientService::CheckForUpdate() try {
            ", force_update=", BoolText(received.force_update),
            ", download_url_present=", BoolText(!received.download_url.empty()),
            ", last_error_present=", BoolText(!received.message.empty())});
-  Decide(result.value);
+  if (Error undecided = Decide(result.value); !undecided.ok()) {
+    RecordFailure("CheckForUpdate", undecided.message);
+    return {{}, std::move(undecided)};
+  }
   last_error_ = result.value.message;
   if (result.value.has_update) {
     LogInfo({"CheckForUpdate detected a newer version: ", result.value.latest_version});
@@ -130,9 +152,6 @@ Result<UpdateInfo> DefaultClientService::CheckForUpdate() try {
   }
   result.error = Error{};
   return result;
-} catch (const std::exception&) {
-  RecordFailure("CheckForUpdate", TransportOutOfMemoryError().message);
-  return {{}, TransportOutOfMemoryError()};
 }
 
 Result<PreparedUpdate> DefaultClientService::PrepareUpdate(const UpdateInfo& info) {
@@ -141,7 +160,9 @@ Result<PreparedUpdate> DefaultClientService::PrepareUpdate(const UpdateInfo& inf
   if (!services_ || !services_->update_package_service) {
     return {{}, Error{kInvalidState, kNoPackageService}};
   }
-  result = services_->update_package_service->Prepare(info, config_.cache_dir);
+  result = CallService(kPackageService, [&] {
+    return services_->update_package_service->Prepare(info, config_.cache_dir);
+  });
   if (!result.ok()) {
     // The value goes with the failure: after a hash mismatch it tells path and digests.
     RecordFailure("PrepareUpdate", result.error.message);
@@ -159,7 +180,9 @@ Error DefaultClientService::LaunchPreparedUpdate(const PreparedUpdate& prepared,
   if (!services_ || !services_->update_package_service) {
     return Error{kInvalidState, kNoPackageService};
   }
-  error = services_->update_package_service->Launch(prepared, updater_path);
+  error = CallService(kPackageService, [&] {
+    return services_->update_package_service->Launch(prepared, updater_path);
+  });
   if (!error.ok()) {
     RecordFailure("LaunchPreparedUpdate", error.message);
     return error;
@@ -169,10 +192,8 @@ Error DefaultClientService::LaunchPreparedUpdate(const PreparedUpdate& prepared,
   return Error{};
 }
 
-std::string DefaultClientService::GetLastError() const try {
-  return last_error_;
-} catch (const std::exception&) {
-  return {};
+std::string DefaultClientService::GetLastError() const {
+  return OrElse([this] { return last_error_; }, std::string());
 }
 
 bool DefaultClientService::IsInitialized(Error* error) const {
@@ -183,35 +204,43 @@ bool DefaultClientService::IsInitialized(Error* error) const {
 
 Result<std::string> DefaultClientService::ResolveDeviceId() {
   if (services_ && services_->device_id_provider) {
-    Result<std::string> device_id = services_->device_id_provider->GetDeviceId();
+    Result<std::string> device_id = CallService(
+        kDeviceIdProvider, [this] { return services_->device_id_provider->GetDeviceId(); });
     if (!device_id.ok()) return {{}, std::move(device_id.error)};
     if (!device_id.value.empty()) return device_id;
   }
   return {{}, Error{kInvalidState, "Device id provider is not configured"}};
 }
 
-void DefaultClientService::Decide(UpdateInfo& info) const {
-  IUpdatePolicy* const policy = services_->update_policy.get();
-  bool newer = false;
+Result<bool> DefaultClientService::IsNewer(const std::string& version) const {
+  return CallService(kUpdatePolicy, [&] {
+    return Result<bool>{services_->update_policy->IsNewerVersion(config_.version, version), {}};
+  });
+}
+
+Error DefaultClientService::Decide(UpdateInfo& info) const {
+  const bool has_policy = services_->update_policy != nullptr;
+  Result<bool> newer;
   if (!info.latest_version.empty()) {
-    newer = policy != nullptr ? policy->IsNewerVersion(config_.version, info.latest_version)
-                              : info.latest_version != config_.version;
+    newer = has_policy ? IsNewer(info.latest_version)
+                       : Result<bool>{info.latest_version != config_.version, {}};
   }
-  const bool below_minimum = policy != nullptr && !info.min_supported_version.empty() &&
-                             policy->IsNewerVersion(config_.version, info.min_supported_version);
-  if (below_minimum) {
+  if (!newer.ok()) return std::move(newer.error);
+  Result<bool> below_minimum;
+  if (has_policy && !info.min_supported_version.empty()) {
+    below_minimum = IsNewer(info.min_supported_version);
+  }
+  if (!below_minimum.ok()) return std::move(below_minimum.error);
+  if (below_minimum.value) {
     info.force_update = true;
     if (info.latest_version.empty()) info.latest_version = info.min_supported_version;
   }
-  info.has_update = newer || below_minimum;
+  info.has_update = newer.value || below_minimum.value;
+  return Error{};
 }
 
 void DefaultClientService::RecordFailure(const char* operation, const std::string& message) {
-  try {
-    last_error_ = message;
-  } catch (const std::exception&) {
-    last_error_.clear();
-  }
+  last_error_ = OrElse([&] { return message; }, std::string());
   LogWarning({operation, " failed: ", message});
 }
 
@@ -223,13 +252,20 @@ void DefaultClientService::LogError(LineParts parts) const { Log(&ILogger::LogEr
 
 void DefaultClientService::Log(void (ILogger::*write)(const std::string&), LineParts parts) const {
   if (!services_ || !services_->logger) return;
-  std::string line;
-  try {
-    for (const std::string_view part : parts) line.append(part);
-  } catch (const std::exception&) {
-    return;  // A line for which memory does not suffice is no reason to fail.
-  }
-  (services_->logger.get()->*write)(line);
+  // Neither a line for which memory does not suffice nor a logger that throws is a reason to fail.
+  OrElse(
+      [&] {
+        std::size_t length = 0;
+        for (const std::string_view part : parts) length += part.size();
+        std::string line;
+        line.reserve(length);
+        for (const std::string_view part : parts) line.append(part);
+        (services_->logger.get()->*write)(line);
+        return true;
+      },
+      false);
 }
+
+Error InitOutOfMemoryError() { return ErrorOf(kInvalidState, {"Not enough memory to initialize"}); }
 
 }  // namespace korvixsdk

@@ -29,12 +29,16 @@ class DefaultClientService : public IClientService {
   std::string GetLastError() const override;
 
  private:
+  Error CheckAndAdopt(const SDKConfig& config);
+  Result<UpdateInfo> CheckAndDecide();
   /// True after a successful Init; otherwise fills `error`, where one is given. Leaves no trace.
   bool IsInitialized(Error* error) const;
   Result<std::string> ResolveDeviceId();
   /// Decides `has_update` and `force_update` by the versions; the service's own `has_update` is
   /// replaced.
-  void Decide(UpdateInfo& info) const;
+  Error Decide(UpdateInfo& info) const;
+  /// Asks the policy, which must be there, whether `version` is newer than the host's.
+  Result<bool> IsNewer(const std::string& version) const;
   /// Keeps the message as the last error and logs it behind the operation's name.
   void RecordFailure(const char* operation, const std::string& message);
 
@@ -50,6 +54,9 @@ class DefaultClientService : public IClientService {
   std::string last_error_;
   bool initialized_ = false;
 };
+
+/// What an initialisation fails with when memory does not suffice for its copies.
+Error InitOutOfMemoryError();
 
 }  // namespace korvixsdk
 

@@ -2,10 +2,18 @@
 
 #include <utility>
 
+#include "core/default_client_service.h"
 #include "core/default_services.h"
 #include "korvixsdk/sdk_factory.h"
+#include "platform/or_else.h"
+#include "platform/service_call.h"
 
 namespace korvixsdk {
+namespace {
+
+constexpr char kClientService[] = "Client service";
+
+}  // namespace
 
 KorvixSDK::KorvixSDK()
     : services_(SdkFactory::CreateDefaultServices()), service_(services_->client_service) {}
@@ -21,36 +29,54 @@ KorvixSDK::KorvixSDK(KorvixSDK&& other) noexcept = default;
 KorvixSDK& KorvixSDK::operator=(KorvixSDK&& other) noexcept = default;
 
 Error KorvixSDK::Init(const SDKConfig& config) {
-  if (config.services || config.logger) {
-    services_ = config.services ? config.services : std::make_shared<ServiceRegistry>();
-    if (config.logger) services_->logger = config.logger;
-    FillDefaultServices(services_);
-    service_ = services_->client_service;
-  }
-  if (!service_) {
-    services_ = SdkFactory::CreateDefaultServices();
-    service_ = services_->client_service;
-  }
-  return service_->Init(config);
+  const Error adopted = OrElse(
+      [&] {
+        if (config.services || config.logger) {
+          services_ = config.services ? config.services : std::make_shared<ServiceRegistry>();
+          if (config.logger) services_->logger = config.logger;
+          FillDefaultServices(services_);
+          service_ = services_->client_service;
+        }
+        if (!service_) {
+          services_ = SdkFactory::CreateDefaultServices();
+          service_ = services_->client_service;
+        }
+        return Error{};
+      },
+      [](const char*) { return InitOutOfMemoryError(); });
+  if (!adopted.ok()) return adopted;
+  return CallService(kClientService, [&] { return service_->Init(config); });
 }
 
-Result<std::string> KorvixSDK::GetDeviceId() { return service_->GetDeviceId(); }
+Result<std::string> KorvixSDK::GetDeviceId() {
+  return CallService(kClientService, [this] { return service_->GetDeviceId(); });
+}
 
-Result<UpdateInfo> KorvixSDK::CheckForUpdate() { return service_->CheckForUpdate(); }
+Result<UpdateInfo> KorvixSDK::CheckForUpdate() {
+  return CallService(kClientService, [this] { return service_->CheckForUpdate(); });
+}
 
-Result<ServerResult> KorvixSDK::ReportInstall() { return service_->ReportInstall(); }
+Result<ServerResult> KorvixSDK::ReportInstall() {
+  return CallService(kClientService, [this] { return service_->ReportInstall(); });
+}
 
 Result<PreparedUpdate> KorvixSDK::PrepareUpdate(const UpdateInfo& info) {
-  return service_->PrepareUpdate(info);
+  return CallService(kClientService, [&] { return service_->PrepareUpdate(info); });
 }
 
 Error KorvixSDK::LaunchPreparedUpdate(const PreparedUpdate& prepared,
                                       const std::string& updater_path) {
-  return service_->LaunchPreparedUpdate(prepared, updater_path);
+  return CallService(kClientService,
+                     [&] { return service_->LaunchPreparedUpdate(prepared, updater_path); });
 }
 
 std::string KorvixSDK::GetLastError() const {
-  return service_ ? service_->GetLastError() : "Client service unavailable";
+  if (!service_) return "Client service unavailable";
+  // The text, or what became of the question for it.
+  Result<std::string> text = CallService(kClientService, [this] {
+    return Result<std::string>{service_->GetLastError(), {}};
+  });
+  return text.ok() ? std::move(text.value) : std::move(text.error.message);
 }
 
 }  // namespace korvixsdk

@@ -3,9 +3,10 @@
 
 #include <curl/curl.h>
 
-#include <exception>
 #include <memory>
 #include <string>
+
+#include "platform/or_else.h"
 
 namespace korvixsdk {
 
@@ -56,12 +57,7 @@ inline bool IsSuccessStatus(long status) { return status >= 200 && status <= 299
 /// Appends a received block for a write callback. An exception must not cross libcurl's frames:
 /// when memory runs out the answer is 0, at which libcurl ends the transfer with an error.
 inline std::size_t AppendBlock(const char* data, std::size_t size, std::string& body) noexcept {
-  try {
-    body.append(data, size);
-    return size;
-  } catch (const std::exception&) {
-    return 0;
-  }
+  return OrElse([&] { return body.append(data, size), size; }, std::size_t{0});
 }
 
 }  // namespace korvixsdk

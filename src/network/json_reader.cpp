@@ -2,11 +2,11 @@
 
 #include <array>
 #include <charconv>
-#include <exception>
 #include <system_error>
 #include <utility>
 
 #include "network/json_escape.h"
+#include "platform/or_else.h"
 
 namespace korvixsdk {
 namespace {
@@ -310,10 +310,7 @@ class Reader {
 
 ResponseEnvelope ReadResponseEnvelope(std::string_view text) noexcept {
   ResponseEnvelope envelope;
-  try {
-    envelope.accepted = Reader(text).ParseEnvelope(envelope);
-  } catch (const std::exception&) {
-  }
+  envelope.accepted = OrElse([&] { return Reader(text).ParseEnvelope(envelope); }, false);
   if (!envelope.accepted) envelope = ResponseEnvelope{};
   return envelope;
 }

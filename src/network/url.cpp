@@ -1,8 +1,9 @@
 #include "network/url.h"
 
 #include <climits>
-#include <exception>
 #include <memory>
+
+#include "platform/or_else.h"
 
 namespace korvixsdk {
 namespace {
@@ -20,12 +21,10 @@ CurlText PercentEncode(const CurlHandle& handle, std::string_view value) {
   return CurlText(curl_easy_escape(handle.get(), value.data(), static_cast<int>(value.size())));
 }
 
-}  // namespace
+Result<std::string> NotEncoded() { return {{}, Error{kNetworkError, kNotEncoded}}; }
 
-Result<std::string> BuildUrl(const CurlHandle& handle, const std::string& server_base_url,
-                             std::string_view path, const QueryParameters& params) try {
-  if (!handle) return {{}, Error{kNetworkError, "Failed to initialize libcurl"}};
-
+Result<std::string> Assemble(const CurlHandle& handle, const std::string& server_base_url,
+                             std::string_view path, const QueryParameters& params) {
   std::size_t length = server_base_url.size() + path.size();
   for (const auto& [key, value] : params) length += key.size() + value.size() + 2;
   std::string url;
@@ -42,12 +41,19 @@ Result<std::string> BuildUrl(const CurlHandle& handle, const std::string& server
     separator = '&';
     if (value.empty()) continue;  // To libcurl a length of zero means "up to the zero byte".
     const CurlText encoded = PercentEncode(handle, value);
-    if (!encoded) return {{}, Error{kNetworkError, kNotEncoded}};
+    if (!encoded) return NotEncoded();
     url += encoded.get();
   }
   return {std::move(url), Error{}};
-} catch (const std::exception&) {
-  return {{}, Error{kNetworkError, kNotEncoded}};
+}
+
+}  // namespace
+
+Result<std::string> BuildUrl(const CurlHandle& handle, const std::string& server_base_url,
+                             std::string_view path, const QueryParameters& params) {
+  if (!handle) return {{}, Error{kNetworkError, "Failed to initialize libcurl"}};
+  return OrElse([&] { return Assemble(handle, server_base_url, path, params); },
+                [](const char*) { return NotEncoded(); });
 }
 
 }  // namespace korvixsdk

@@ -6,24 +6,30 @@
 #include "platform/error_text.h"
 #include "platform/native_file.h"
 #include "platform/native_path.h"
+#include "platform/or_else.h"
 
 namespace korvixsdk {
 namespace {
 
 Error FileSystemError(const char* text, const std::string& path) {
-  return ErrorWithDetail(kFileSystemError, text, path);
+  return ErrorOf(kFileSystemError, {text, path});
+}
+
+/// A path that does not fit into memory is none.
+std::optional<std::filesystem::path> NativePath(const std::string& path) {
+  return OrElse([&] { return NativePathFromNarrow(path); }, std::nullopt);
 }
 
 }  // namespace
 
 bool DefaultFileSystemProvider::Exists(const std::string& path) {
-  const std::optional<std::filesystem::path> native = NativePathFromNarrow(path);
+  const std::optional<std::filesystem::path> native = NativePath(path);
   return native && PathExists(*native);
 }
 
 Result<std::string> DefaultFileSystemProvider::ReadFile(const std::string& path) {
   Result<std::string> result;
-  const std::optional<std::filesystem::path> native = NativePathFromNarrow(path);
+  const std::optional<std::filesystem::path> native = NativePath(path);
   const FileOutcome outcome =
       native ? ReadWholeFile(*native, result.value) : FileOutcome::kNotOpened;
   if (outcome == FileOutcome::kNotOpened) {
@@ -35,9 +41,9 @@ Result<std::string> DefaultFileSystemProvider::ReadFile(const std::string& path)
 }
 
 Error DefaultFileSystemProvider::WriteFile(const std::string& path, const std::string& content) {
-  const std::optional<std::filesystem::path> native = NativePathFromNarrow(path);
+  const std::optional<std::filesystem::path> native = NativePath(path);
   if (!native) return FileSystemError("Failed to open file for write: ", path);
-  if (!CreateParentDirectories(*native)) {
+  if (!OrElse([&] { return CreateParentDirectories(*native); }, false)) {
     return FileSystemError("Failed to create parent directories: ", path);
   }
   switch (WriteWholeFile(*native, content)) {
@@ -52,8 +58,8 @@ Error DefaultFileSystemProvider::WriteFile(const std::string& path, const std::s
 }
 
 Error DefaultFileSystemProvider::CreateDirectories(const std::string& path) {
-  const std::optional<std::filesystem::path> native = NativePathFromNarrow(path);
-  if (!native || !CreateDirectoryChain(*native)) {
+  const std::optional<std::filesystem::path> native = NativePath(path);
+  if (!native || !OrElse([&] { return CreateDirectoryChain(*native); }, false)) {
     return FileSystemError("Failed to create directories: ", path);
   }
   return Error{};

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <exception>
 
 #include "platform/file_descriptor.h"
+#include "platform/or_else.h"
 
 namespace korvixsdk {
 namespace {
@@ -52,10 +52,7 @@ FileOutcome ReadWholeFile(const std::filesystem::path& path, std::string& conten
   if (IsFolder(path)) return FileOutcome::kNotOpened;
   FileDescriptor file = FileDescriptor::OpenForReading(path.c_str());
   if (!file.is_open()) return FileOutcome::kNotOpened;
-  try {
-    if (ReadToEnd(file, content)) return FileOutcome::kDone;
-  } catch (const std::exception&) {
-  }
+  if (OrElse([&] { return ReadToEnd(file, content); }, false)) return FileOutcome::kDone;
   content.clear();
   return FileOutcome::kFailed;
 }
@@ -66,13 +63,9 @@ FileOutcome WriteWholeFile(const std::filesystem::path& path, const std::string&
   return WriteAll(file, content) ? FileOutcome::kDone : FileOutcome::kFailed;
 }
 
-bool CreateParentDirectories(const std::filesystem::path& path) noexcept {
-  try {
-    const std::filesystem::path parent = path.parent_path();
-    return parent.empty() || CreateDirectoryChain(parent);
-  } catch (const std::exception&) {
-    return false;
-  }
+bool CreateParentDirectories(const std::filesystem::path& path) {
+  const std::filesystem::path parent = path.parent_path();
+  return parent.empty() || CreateDirectoryChain(parent);
 }
 
 }  // namespace korvixsdk

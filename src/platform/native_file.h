@@ -7,8 +7,8 @@
 namespace korvixsdk {
 
 /// Whole files and folder chains, for the file system provider, the
-/// fallback identifier file and the cache directory. Nothing here throws: running out of memory
-/// ends as the failure of the step that needed it.
+/// fallback identifier file and the cache directory. What
+/// must copy a path throws std::bad_alloc where memory does not suffice; the rest throws nothing.
 
 enum class FileOutcome {
   kDone,
@@ -25,11 +25,11 @@ FileOutcome ReadWholeFile(const std::filesystem::path& path, std::string& conten
 FileOutcome WriteWholeFile(const std::filesystem::path& path, const std::string& content) noexcept;
 
 /// Creates the folder that `path` names a file in; nothing to do for a bare file name.
-bool CreateParentDirectories(const std::filesystem::path& path) noexcept;
+bool CreateParentDirectories(const std::filesystem::path& path);
 
 /// Creates the folder and its missing ancestors; true when it stands afterwards. One answer a
 /// platform, in its folder, as are the next four.
-bool CreateDirectoryChain(const std::filesystem::path& path) noexcept;
+bool CreateDirectoryChain(const std::filesystem::path& path);
 
 /// Whether anything stands at `path`, links followed; false when that cannot be told.
 bool PathExists(const std::filesystem::path& path) noexcept;

@@ -10,16 +10,17 @@ namespace korvixsdk {
 /// The one place that decides how text becomes a path and back. Each function answers nothing for
 /// a text that is no path: one that cannot be converted, or that holds a zero byte, at which the
 /// operating system would cut it. Callers treat that like a path that does not exist or does not
-/// open. Running out of memory ends the same way.
+/// open. Where memory does not suffice they throw std::bad_alloc, and the operation that asked
+/// answers with its own failure.
 
 /// Narrow text in the code page of the file APIs (Windows), or bytes as they are (POSIX).
-std::optional<std::filesystem::path> NativePathFromNarrow(const std::string& text) noexcept;
+std::optional<std::filesystem::path> NativePathFromNarrow(const std::string& text);
 
 /// UTF-8 text, whatever the code page of the process.
-std::optional<std::filesystem::path> NativePathFromUtf8(const std::string& text) noexcept;
+std::optional<std::filesystem::path> NativePathFromUtf8(const std::string& text);
 
 /// The inverse of `NativePathFromNarrow`.
-std::optional<std::string> NarrowFromNativePath(const std::filesystem::path& path) noexcept;
+std::optional<std::string> NarrowFromNativePath(const std::filesystem::path& path);
 
 }  // namespace korvixsdk
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <exception>
 #include <filesystem>
 #include <iterator>
 #include <mutex>
@@ -13,6 +12,7 @@
 #include "platform/machine_identity.h"
 #include "platform/native_file.h"
 #include "platform/native_path.h"
+#include "platform/or_else.h"
 
 namespace korvixsdk {
 namespace {
@@ -138,7 +138,16 @@ Result<std::vector<std::string>> PlaceholderDeviceIdProvider::CollectFingerprint
   return sources;
 }
 
-Result<std::string> PlaceholderDeviceIdProvider::FallbackId() const try {
+Result<std::string> PlaceholderDeviceIdProvider::FallbackId() const {
+  // A path or a stored text can be so long that memory does not suffice for it.
+  return OrElse(
+      [this] { return StoredOrNewId(); },
+      [](const char*) {
+        return Result<std::string>{{}, PlatformError("Failed to write fallback device id")};
+      });
+}
+
+Result<std::string> PlaceholderDeviceIdProvider::StoredOrNewId() const {
   const std::string text = fallbackIdPath.empty() ? DefaultFallbackIdPath() : fallbackIdPath;
   if (text.empty()) {
     return {{}, PlatformError("No stable device fingerprint sources are available")};
@@ -155,9 +164,6 @@ Result<std::string> PlaceholderDeviceIdProvider::FallbackId() const try {
   Error stored = StoreId(path, id);
   if (!stored.ok()) return {{}, std::move(stored)};
   return {std::move(id), Error{}};
-} catch (const std::exception&) {
-  // A path or a stored text so long that memory does not suffice for it.
-  return {{}, PlatformError("Failed to write fallback device id")};
 }
 
 }  // namespace korvixsdk

@@ -37,6 +37,7 @@ class PlaceholderDeviceIdProvider : public IDeviceIdProvider {
 
  private:
   Result<std::string> FallbackId() const;
+  Result<std::string> StoredOrNewId() const;
 
   std::string fallbackIdPath;
   bool forceSourcesUnavailable = false;

@@ -1,14 +1,18 @@
 #include "update/default_update_package_service.h"
 
-#include <exception>
 #include <utility>
 
+#include "platform/or_else.h"
+#include "platform/service_call.h"
 #include "update/package_download.h"
 #include "update/package_path.h"
 #include "update/updater_launch.h"
 
 namespace korvixsdk {
 namespace {
+
+constexpr char kFileSystem[] = "File system service";
+constexpr char kCryptoProvider[] = "Crypto provider";
 
 Result<PreparedUpdate> Failure(Error error) { return {{}, std::move(error)}; }
 
@@ -23,14 +27,23 @@ DefaultUpdatePackageService::DefaultUpdatePackageService(std::shared_ptr<Service
     : services_(std::move(services)) {}
 
 Result<PreparedUpdate> DefaultUpdatePackageService::Prepare(const UpdateInfo& info,
-                                                            const std::string& cache_dir) try {
+                                                            const std::string& cache_dir) {
+  // Addresses and paths can be so long that memory does not suffice for their copies.
+  return OrElse([&] { return DownloadAndVerify(info, cache_dir); },
+                [](const char*) { return Failure(DownloadOutOfMemoryError()); });
+}
+
+Result<PreparedUpdate> DefaultUpdatePackageService::DownloadAndVerify(
+    const UpdateInfo& info, const std::string& cache_dir) const {
   if (info.download_url.empty()) {
     return Failure(Error{kInvalidArgument, "UpdateInfo.download_url must not be empty"});
   }
   if (!services_ || !services_->file_system || !services_->crypto) {
     return Failure(Error{kInvalidState, "Update package service dependencies are not configured"});
   }
-  Error created = services_->file_system->CreateDirectories(PackageDirectory(cache_dir));
+  const std::string directory = PackageDirectory(cache_dir);
+  Error created = CallService(kFileSystem,
+                              [&] { return services_->file_system->CreateDirectories(directory); });
   if (!created.ok()) return Failure(std::move(created));
   Result<std::string> package = DownloadPackage(info.download_url);
   if (!package.ok()) return Failure(std::move(package.error));
@@ -39,9 +52,12 @@ Result<PreparedUpdate> DefaultUpdatePackageService::Prepare(const UpdateInfo& in
   prepared.download_url = info.download_url;
   prepared.expected_sha256 = info.sha256;
   prepared.package_path = PackagePath(cache_dir, info.download_url);
-  Error written = services_->file_system->WriteFile(prepared.package_path, package.value);
+  Error written = CallService(kFileSystem, [&] {
+    return services_->file_system->WriteFile(prepared.package_path, package.value);
+  });
   if (!written.ok()) return Failure(std::move(written));
-  Result<std::string> digest = services_->crypto->Sha256Hex(package.value);
+  Result<std::string> digest =
+      CallService(kCryptoProvider, [&] { return services_->crypto->Sha256Hex(package.value); });
   if (!digest.ok()) return Failure(std::move(digest.error));
   prepared.actual_sha256 = std::move(digest.value);
 
@@ -53,9 +69,6 @@ Result<PreparedUpdate> DefaultUpdatePackageService::Prepare(const UpdateInfo& in
   prepared.ready = true;
   prepared.sha256_verified = true;
   return {std::move(prepared), Error{}};
-} catch (const std::exception&) {
-  // Addresses and paths so long that memory does not suffice for their copies.
-  return Failure(DownloadOutOfMemoryError());
 }
 
 Error DefaultUpdatePackageService::Launch(const PreparedUpdate& prepared,

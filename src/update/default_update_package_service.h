@@ -20,6 +20,9 @@ class DefaultUpdatePackageService : public IUpdatePackageService {
   Error Launch(const PreparedUpdate& prepared, const std::string& updater_path) override;
 
  private:
+  Result<PreparedUpdate> DownloadAndVerify(const UpdateInfo& info,
+                                           const std::string& cache_dir) const;
+
   std::shared_ptr<ServiceRegistry> services_;
 };
 

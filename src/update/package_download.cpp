@@ -1,10 +1,10 @@
 #include "update/package_download.h"
 
-#include <exception>
 #include <utility>
 
 #include "network/curl_handle.h"
 #include "platform/ascii.h"
+#include "platform/or_else.h"
 
 namespace korvixsdk {
 namespace {
@@ -40,10 +40,7 @@ void ReserveAnnouncedLength(Download& download) noexcept {
   curl_off_t length = -1;
   curl_easy_getinfo(download.handle, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
   if (length <= 0 || length > kLargestReservation) return;
-  try {
-    download.body.reserve(static_cast<std::size_t>(length));
-  } catch (const std::exception&) {
-  }
+  OrElse([&] { return download.body.reserve(static_cast<std::size_t>(length)), true; }, false);
 }
 
 std::size_t CollectBody(char* data, std::size_t size, std::size_t count, void* context) noexcept {

@@ -2,12 +2,19 @@
 
 #include "platform/ascii.h"
 #include "platform/detached_process.h"
+#include "platform/service_call.h"
 
 namespace korvixsdk {
 namespace {
 
 constexpr char kMockLaunchOk[] = "mock://launch-ok";
 constexpr char kMockLaunchFail[] = "mock://launch-fail";
+
+Result<bool> Exists(IFileSystemProvider& file_system, const std::string& path) {
+  return CallService("File system service", [&] {
+    return Result<bool>{file_system.Exists(path), Error{}};
+  });
+}
 
 }  // namespace
 
@@ -23,12 +30,14 @@ Error LaunchUpdater(const PreparedUpdate& prepared, const std::string& updater_p
     return Error{kInvalidState, "Mock updater launch failed"};
   }
   if (file_system == nullptr) return Error{kInvalidState, "File system service is not configured"};
-  if (!file_system->Exists(prepared.package_path)) {
+  const Result<bool> has_package = Exists(*file_system, prepared.package_path);
+  if (!has_package.ok()) return has_package.error;
+  if (!has_package.value) {
     return Error{kInvalidState, "Prepared update package does not exist"};
   }
-  if (!file_system->Exists(updater_path)) {
-    return Error{kNotFound, "Updater executable was not found"};
-  }
+  const Result<bool> has_updater = Exists(*file_system, updater_path);
+  if (!has_updater.ok()) return has_updater.error;
+  if (!has_updater.value) return Error{kNotFound, "Updater executable was not found"};
   if (!StartDetachedProcess(updater_path, prepared.package_path)) {
     return Error{kInvalidState, "Failed to launch updater process"};
   }

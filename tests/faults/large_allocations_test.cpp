@@ -160,18 +160,38 @@ TEST_P(LargeAllocations, MockServerWithLongVersionFailsAsTheTransportDoes) {
   });
 }
 
-TEST_P(LargeAllocations, ClientManagerWithLongConfigurationFailsAsDocumented) {
+SDKConfig LongConfiguration(const TempFolder& folder) {
+  SDKConfig config;
+  config.product_id = std::string(kLong, 'p');
+  config.version = "1.0";
+  config.cache_dir = folder.Entry("cache");
+  config.server_base_url = "mock://service/" + std::string(kLong, 's');
+  config.fallback_device_id_path = folder.Entry("id") + std::string(kLong, 'f');
+  return config;
+}
+
+/// The directory can be created all the time: no answer may say otherwise.
+TEST_P(LargeAllocations, InitWithLongConfigurationBlamesTheMemory) {
   const TempFolder folder;
-  ClientManagerConfig config;
-  config.sdk_config.product_id = std::string(kLong, 'p');
-  config.sdk_config.version = "1.0";
-  config.sdk_config.cache_dir = folder.Entry("cache");
-  config.sdk_config.server_base_url = "mock://service";
+  const SDKConfig config = LongConfiguration(folder);
+  KorvixSDK sdk;
+  FailOneAfterTheOther([&](int nth) {
+    const FailingCall fail(kLarge, nth, GetParam());
+    const Error error = sdk.Init(config);
+    EXPECT_TRUE(error.ok() || error.message == "Not enough memory to initialize") << error.message;
+    return fail.happened();
+  });
+  EXPECT_TRUE(sdk.Init(config).ok());
+}
+
+TEST_P(LargeAllocations, ClientManagerWithLongConfigurationBlamesTheMemory) {
+  const TempFolder folder;
+  const ClientManagerConfig config{LongConfiguration(folder)};
   ClientManager manager;
   FailOneAfterTheOther([&](int nth) {
     const FailingCall fail(kLarge, nth, GetParam());
     const Error error = manager.Init(config);
-    EXPECT_TRUE(error.ok() || error.message.rfind("Failed to create cache directory: ", 0) == 0);
+    EXPECT_TRUE(error.ok() || error.message == "Not enough memory to initialize") << error.message;
     EXPECT_EQ(manager.GetDeviceId().ok(), error.ok());
     return fail.happened();
   });

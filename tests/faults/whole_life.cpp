@@ -14,7 +14,8 @@ struct Failure {
   std::string message;
 };
 
-const std::vector<Failure> kInitFailures = {{kInvalidState, "Failed to create cache directory: "}};
+const std::vector<Failure> kInitFailures = {{kInvalidState, "Failed to create cache directory: "},
+                                            {kInvalidState, "Not enough memory to initialize"}};
 const std::vector<Failure> kDeviceIdFailures = {
     {kPlatformError, "No stable device fingerprint sources are available"},
     {kPlatformError, "Failed to generate fallback device id"},

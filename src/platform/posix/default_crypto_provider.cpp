@@ -49,7 +49,8 @@ Result<std::string> DefaultCryptoProvider::Sha256Hex(const std::string& data) {
 
 /// OpenSSL would take itself apart in an exit handler, under the hands of a thread that hashes or
 /// speaks TLS at that moment: of 300 such processes 14 and 52 crashed. Without the handler its
-/// memory goes with the process. A host that has set OpenSSL up itself, before, has decided already.
+/// memory goes with the process. A host that has set OpenSSL up itself, before, has decided
+/// already.
 void KeepCryptoToTheEnd() { OPENSSL_init_crypto(OPENSSL_INIT_NO_ATEXIT, nullptr); }
 
 }  // namespace korvixsdk

@@ -1,7 +1,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <exception>
 #include <system_error>
 
 #include "platform/native_file.h"
@@ -22,14 +21,10 @@ bool IsTerminal(const std::filesystem::path& path) {
 
 }  // namespace
 
-bool CreateDirectoryChain(const std::filesystem::path& path) noexcept {
-  try {
-    std::error_code error;
-    std::filesystem::create_directories(path, error);
-    return !error;
-  } catch (const std::exception&) {
-    return false;
-  }
+bool CreateDirectoryChain(const std::filesystem::path& path) {
+  std::error_code error;
+  std::filesystem::create_directories(path, error);
+  return !error;
 }
 
 bool PathExists(const std::filesystem::path& path) noexcept {

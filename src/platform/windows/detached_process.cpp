@@ -1,7 +1,6 @@
 #include "platform/detached_process.h"
 
-#include <exception>
-
+#include "platform/or_else.h"
 #include "platform/windows/windows_headers.h"
 
 namespace korvixsdk {
@@ -12,9 +11,7 @@ std::string QuotedCommandLine(const std::string& program, const std::string& arg
   return "\"" + program + "\" \"" + argument + "\"";
 }
 
-}  // namespace
-
-bool StartDetachedProcess(const std::string& program, const std::string& argument) noexcept try {
+bool Start(const std::string& program, const std::string& argument) {
   // CreateProcessA may write into its command line, which therefore is a copy of its own.
   std::string command_line = QuotedCommandLine(program, argument);
   if (command_line.find('\0') != std::string::npos) return false;
@@ -28,8 +25,12 @@ bool StartDetachedProcess(const std::string& program, const std::string& argumen
   CloseHandle(process.hThread);
   CloseHandle(process.hProcess);
   return true;
-} catch (const std::exception&) {
-  return false;
+}
+
+}  // namespace
+
+bool StartDetachedProcess(const std::string& program, const std::string& argument) noexcept {
+  return OrElse([&] { return Start(program, argument); }, false);
 }
 
 }  // namespace korvixsdk

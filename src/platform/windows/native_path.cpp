@@ -3,7 +3,6 @@
 #include <locale.h>
 
 #include <climits>
-#include <exception>
 #include <utility>
 
 #include "platform/windows/windows_headers.h"
@@ -18,7 +17,7 @@ UINT NarrowPathCodePage() {
   return AreFileApisANSI() ? CP_ACP : CP_OEMCP;
 }
 
-std::optional<std::filesystem::path> Widen(UINT code_page, const std::string& text) noexcept try {
+std::optional<std::filesystem::path> Widen(UINT code_page, const std::string& text) {
   if (text.find('\0') != std::string::npos) return std::nullopt;
   if (text.empty()) return std::filesystem::path();
   if (text.size() > INT_MAX) return std::nullopt;
@@ -32,21 +31,19 @@ std::optional<std::filesystem::path> Widen(UINT code_page, const std::string& te
     return std::nullopt;
   }
   return std::filesystem::path(std::move(wide));
-} catch (const std::exception&) {
-  return std::nullopt;
 }
 
 }  // namespace
 
-std::optional<std::filesystem::path> NativePathFromNarrow(const std::string& text) noexcept {
+std::optional<std::filesystem::path> NativePathFromNarrow(const std::string& text) {
   return Widen(NarrowPathCodePage(), text);
 }
 
-std::optional<std::filesystem::path> NativePathFromUtf8(const std::string& text) noexcept {
+std::optional<std::filesystem::path> NativePathFromUtf8(const std::string& text) {
   return Widen(CP_UTF8, text);
 }
 
-std::optional<std::string> NarrowFromNativePath(const std::filesystem::path& path) noexcept try {
+std::optional<std::string> NarrowFromNativePath(const std::filesystem::path& path) {
   const std::wstring& wide = path.native();
   if (wide.empty()) return std::string();
   if (wide.size() > INT_MAX) return std::nullopt;
@@ -61,8 +58,6 @@ std::optional<std::string> NarrowFromNativePath(const std::filesystem::path& pat
     return std::nullopt;
   }
   return text;
-} catch (const std::exception&) {
-  return std::nullopt;
 }
 
 }  // namespace korvixsdk

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cwchar>
-#include <exception>
 #include <string>
 #include <string_view>
 
@@ -123,18 +122,14 @@ bool LeadsToDevice(const std::filesystem::path& path) {
 // follows no links, finds no folder by a name with a separator at its end, by a drive ("C:") or by
 // a "\\?\" path, and needs the right to list the folder above.
 
-bool CreateDirectoryChain(const std::filesystem::path& path) noexcept {
+bool CreateDirectoryChain(const std::filesystem::path& path) {
   SetLastError(ERROR_SUCCESS);
   if (IsFolder(path)) return true;
   if (IsUnreachable(GetLastError())) return false;
-  try {
-    const std::wstring& text = path.native();
-    for (std::size_t end = RootEnd(text); end != text.size();) {
-      end = NameEnd(text, end + 1);
-      if (!CreateOneDirectory(text.substr(0, end))) return false;
-    }
-  } catch (const std::exception&) {
-    return false;
+  const std::wstring& text = path.native();
+  for (std::size_t end = RootEnd(text); end != text.size();) {
+    end = NameEnd(text, end + 1);
+    if (!CreateOneDirectory(text.substr(0, end))) return false;
   }
   return IsFolder(path);
 }
