@@ -59,7 +59,7 @@ start_service() {
   local lines
   cp -r "$top/examples/service" "$work/$1-files"
   [ -z "${2:-}" ] || printf '%s\n' "$2" >"$work/$1-files/nginx.conf.in"
-  exec {lines}< <(exec "$work/$1-files/run" --folder "$work/$1" --seconds 240)
+  exec {lines}< <(exec "$work/$1-files/run" --folder "$work/$1" --seconds 1500)
   servers+=($!)
   read -r -t 60 address <&"$lines" || fail "the server $1 did not start"
 }

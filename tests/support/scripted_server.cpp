@@ -248,9 +248,11 @@ std::string RequestLine(const std::string& request) {
 }
 
 unsigned short UnusedPort() {
-  asio::io_context context;
-  tcp::acceptor acceptor(context, Loopback(0));
-  return acceptor.local_endpoint().port();
+  // Taken until the program ends, and nobody listens: a port that was given back would be the next
+  // one that the system gives to another program, or to the very connection that is to be refused.
+  static asio::io_context context;
+  static std::list<tcp::socket> taken;
+  return taken.emplace_back(context, Loopback(0)).local_endpoint().port();
 }
 
 }  // namespace korvixsdk::test

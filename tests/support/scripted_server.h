@@ -69,7 +69,7 @@ class ScriptedServer {
 /// The request line of a recorded request, without its line end.
 std::string RequestLine(const std::string& request);
 
-/// A port of 127.0.0.1 at which nobody listens.
+/// A port of 127.0.0.1 at which nobody listens as long as the program runs.
 unsigned short UnusedPort();
 
 }  // namespace korvixsdk::test
