@@ -24,6 +24,13 @@ function(korvixsdk_example name)
   endif()
 endfunction()
 
+# korvixsdk_example_offer_check(TARGET): with the two files that look at an offer first.
+function(korvixsdk_example_offer_check target)
+  set(folder ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/offer_check)
+  target_sources(${target} PRIVATE ${folder}/offer_check.cpp)
+  target_include_directories(${target} PRIVATE ${folder})
+endfunction()
+
 # korvixsdk_example_headers(TARGET [ENTRIES ...] [DEFINITIONS ...]): a header-only library that
 # several examples may ask for.
 function(korvixsdk_example_headers target)
