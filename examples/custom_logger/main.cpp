@@ -1,6 +1,6 @@
 // A host whose log file tells what the library did.
 //
-// Exit status: 0, the library's error code, or 64 for wrong usage.
+// Exit status: 0, the library's error code, 51 for an offer that is refused, or 64 for wrong usage.
 
 #include <korvixsdk/korvixsdk.h>
 
@@ -9,6 +9,7 @@
 #include <string>
 
 #include "file_logger.h"
+#include "offer_check.h"
 
 namespace {
 
@@ -29,6 +30,8 @@ int Run(const korvixsdk::SDKConfig& config) {
   const Result<korvixsdk::UpdateInfo> check = sdk.CheckForUpdate();
   if (!check.ok()) return Fail("check", check.error);
   if (!check.value.has_update) return 0;
+  const Error refused = offer_check::CheckOffer(check.value, {config.server_base_url});
+  if (!refused.ok()) return Fail("offer", refused);
   const Result<korvixsdk::PreparedUpdate> prepared = sdk.PrepareUpdate(check.value);
   if (!prepared.ok()) return Fail("prepare", prepared.error);
   return 0;

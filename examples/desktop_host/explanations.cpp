@@ -1,5 +1,7 @@
 #include "explanations.h"
 
+#include "offer_check.h"
+
 namespace desktop_host {
 namespace {
 
@@ -31,6 +33,9 @@ std::string Sentence(Step step, const Error& error, const std::string& product_n
       return NetworkSentence(step);
     case korvixsdk::kInvalidResponse:
       return "The update service gave an answer that makes no sense. Try again later.";
+    case offer_check::kOfferRefused:
+      return "The update service offers a download that " + product_name +
+             " does not trust, so nothing was downloaded. Try again later.";
     case korvixsdk::kHashMismatch:
       return "The download is damaged or was tampered with, so it was not installed. "
              "Try again later.";

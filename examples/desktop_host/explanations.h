@@ -16,7 +16,8 @@ struct Explanation {
   std::string details;
 };
 
-/// A failed step of the application named `product_name`.
+/// A failed step of the application named `product_name`; also an offer that was refused before
+/// `PrepareUpdate`, with the reason in the details.
 Explanation Explain(Step step, const korvixsdk::Error& error, const std::string& product_name);
 
 /// A check that the service answered with a refusal. `message` is `UpdateInfo::message`.

@@ -17,8 +17,9 @@ namespace {
 
 using Settings = std::map<std::wstring, std::wstring>;
 
-constexpr const wchar_t* kNames[] = {L"name",  L"product",     L"version", L"server",
-                                     L"cache", L"fallback-id", L"updater", L"package-url"};
+constexpr const wchar_t* kNames[] = {L"name",    L"product",     L"version",
+                                     L"server",  L"cache",       L"fallback-id",
+                                     L"updater", L"package-url", L"packages-from"};
 
 std::wstring ProgramPath() {
   std::wstring path(MAX_PATH, L'\0');
@@ -43,7 +44,8 @@ Settings Defaults(const std::filesystem::path& program_folder) {
           {L"cache", (data / L"cache").wstring()},
           {L"fallback-id", (data / L"device-id").wstring()},
           {L"updater", (program_folder / L"updater.exe").wstring()},
-          {L"package-url", L""}};
+          {L"package-url", L""},
+          {L"packages-from", L""}};
 }
 
 void ReadFile(const std::wstring& ini_path, Settings& settings) {
@@ -98,6 +100,7 @@ std::optional<Options> ReadOptions(std::wstring* problem) {
   options.config.fallback_device_id_path = Utf8(settings[L"fallback-id"]);
   options.updater_path = NarrowPath(settings[L"updater"]);
   options.package_url = Utf8(settings[L"package-url"]);
+  options.packages_from = Utf8(settings[L"packages-from"]);
   // The canned offer of the mock server names a package that nobody can download; the library
   // answers this address by itself, with the bytes that the offer's digest belongs to.
   if (options.package_url.empty() && options.config.server_base_url.rfind("mock://", 0) == 0) {

@@ -20,6 +20,9 @@ struct Options {
   std::string updater_path;
   /// Download from here instead of from the offered address (--package-url).
   std::string package_url;
+  /// Packages may be offered from this address's host too (--packages-from), and not only from the
+  /// service's.
+  std::string packages_from;
 };
 
 /// The process's options; nothing, with `problem` set, when the command line cannot be read.

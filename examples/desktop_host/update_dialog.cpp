@@ -1,5 +1,6 @@
 #include "update_dialog.h"
 
+#include "offer_check.h"
 #include "resource.h"
 #include "text.h"
 
@@ -79,9 +80,12 @@ void UpdateDialog::OnCommand(int id) {
 // The answers come through a weak pointer: the dialog may be closed while the library works.
 
 void UpdateDialog::Prepare() {
-  SetWorking(true, L"The update is being downloaded and verified\u2026");
   UpdateInfo wanted = offer_;
   if (!options_.package_url.empty()) wanted.download_url = options_.package_url;
+  const Error refused = offer_check::CheckOffer(
+      wanted, {options_.config.server_base_url, options_.packages_from, options_.package_url});
+  if (!refused.ok()) return Fail(Explain(Step::kPrepare, refused, options_.product_name));
+  SetWorking(true, L"The update is being downloaded and verified\u2026");
   worker_.Run([wanted](KorvixSDK& sdk) { return sdk.PrepareUpdate(wanted); },
               [weak = weak_from_this()](const Result<PreparedUpdate>& prepared) {
                 const auto self = weak.lock();

@@ -1,6 +1,7 @@
 // A host that shows how far the download of a package is and lets the user stop it with Ctrl-C.
 //
-// Exit status: 0, the library's error code, 50 after a cancellation, or above 100 for wrong usage.
+// Exit status: 0, the library's error code, 50 after a cancellation, 51 for an offer that is
+// refused, or above 100 for wrong usage.
 
 #include <curl/curl.h>
 #include <korvixsdk/korvixsdk.h>
@@ -12,6 +13,7 @@
 #include <memory>
 #include <string>
 
+#include "offer_check.h"
 #include "progress_package_service.h"
 
 namespace {
@@ -27,6 +29,7 @@ struct Options {
   korvixsdk::SDKConfig config{};
   std::string updater_path{};
   std::string package_url{};
+  std::string packages_from{};
   std::int64_t cancel_after = -1;
   bool with_signature = false;
 };
@@ -85,6 +88,8 @@ void AddOptions(CLI::App& app, Options& options) {
   app.add_option("--updater", options.updater_path, "Program to start on the package");
   app.add_option("--package-url", options.package_url,
                  "Download from here instead of the offered address");
+  app.add_option("--packages-from", options.packages_from,
+                 "Address of another host than the service's that may offer packages");
   app.add_option("--cancel-after", options.cancel_after, "Stop after this many bytes")
       ->check(CLI::NonNegativeNumber);
   app.add_flag("--with-signature", options.with_signature,
@@ -113,6 +118,9 @@ int Run(Options options) {
     return 0;
   }
   if (!options.package_url.empty()) check.value.download_url = options.package_url;
+  const Error refused = offer_check::CheckOffer(
+      check.value, {options.config.server_base_url, options.packages_from, options.package_url});
+  if (!refused.ok()) return Fail("offer", refused);
 
   if (options.with_signature) {
     const Error error = PrepareSignature(sdk, check.value);

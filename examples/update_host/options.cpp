@@ -10,14 +10,15 @@ constexpr char kDescription[] =
 
 constexpr char kFooter[] =
     "Exit status: 0, or the library's error code (1 to 11) of the step that failed, whose message\n"
-    "is on standard error. Wrong usage gives a status above 100. That no update is offered, or "
-    "that\n"
-    "the service rejects the install report, is an answer and not a failure: the status is 0, and\n"
-    "`update` goes on after a rejected report.\n"
+    "is on standard error. An offer that is refused before `prepare` gives 51, and wrong usage a\n"
+    "status above 100. That no update is offered, or that the service rejects the install report,\n"
+    "is an answer and not a failure: the status is 0, and `update` goes on after a rejected "
+    "report.\n"
     "With --json a line is {\"step\", \"code\", \"message\", \"value\"}, value being the step's "
     "record;\n"
-    "a failed step has its line too. `launch` has no value. The step `init` shows only if it "
-    "fails.\n"
+    "a failed step has its line too. `launch` has no value. The steps `init` and `offer` show "
+    "only\n"
+    "if they fail.\n"
     "`doctor` ends with 12 when a line is `fail`; with --json it prints one list of {\"id\", "
     "\"title\",\n"
     "\"status\", \"reason\", \"remedy\", \"milliseconds\"}. It reports the installation twice and "
@@ -38,6 +39,8 @@ void AddOptions(CLI::App& app, Options& options) {
   app.add_option("--updater", options.updater_path, "Program that `update` starts on the package");
   app.add_option("--package-url", options.package_url,
                  "Download from here instead of the offered address");
+  app.add_option("--packages-from", options.packages_from,
+                 "Address of another host than the service's that may offer packages");
   app.add_flag("--json", options.json, "One JSON object a step");
   app.add_flag("--verbose", options.verbose, "The library's log lines on standard error");
 }

@@ -16,6 +16,8 @@ struct Options {
   std::string updater_path{};
   /// Takes the place of the address that the service offers.
   std::optional<std::string> package_url{};
+  /// Packages may be offered from this address's host too, and not only from the service's.
+  std::string packages_from{};
   bool json = false;
   bool verbose = false;
 };

@@ -1,5 +1,7 @@
 #include "update_host.h"
 
+#include "offer_check.h"
+
 namespace update_host {
 
 using korvixsdk::Error;
@@ -47,10 +49,19 @@ Result<UpdateInfo> UpdateHost::Check() {
   return check;
 }
 
+Error UpdateHost::CheckOffer(const UpdateInfo& offer) const {
+  return offer_check::CheckOffer(offer, {options_.config.server_base_url, options_.packages_from,
+                                         options_.package_url.value_or("")});
+}
+
 Result<PreparedUpdate> UpdateHost::CheckAndPrepare() {
   Result<UpdateInfo> check = Check();
   if (!check.ok() || !check.value.has_update) return {{}, check.error};
   if (options_.package_url) check.value.download_url = *options_.package_url;
+  if (Error refused = CheckOffer(check.value); !refused.ok()) {
+    report_.Print("offer", refused, "");
+    return {{}, refused};
+  }
   Result<PreparedUpdate> prepared = sdk_.PrepareUpdate(check.value);
   report_.Print("prepare", prepared);
   return prepared;

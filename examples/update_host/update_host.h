@@ -20,6 +20,8 @@ class UpdateHost {
   korvixsdk::Error GetDeviceId();
   korvixsdk::Error ReportInstall();
   korvixsdk::Result<korvixsdk::UpdateInfo> Check();
+  /// Packages may come from the service, or from where the command line says.
+  korvixsdk::Error CheckOffer(const korvixsdk::UpdateInfo& offer) const;
   /// A success that is not `ready` means that no update is offered.
   korvixsdk::Result<korvixsdk::PreparedUpdate> CheckAndPrepare();
   korvixsdk::Error Launch(const korvixsdk::PreparedUpdate& prepared);

@@ -5,6 +5,8 @@
 #include <set>
 #include <string>
 
+#include "offer_check/offer_check.h"
+
 namespace desktop_host {
 namespace {
 
@@ -36,6 +38,17 @@ TEST(Explanation, TellsWhatToDoWhereTheUpdaterIsMissing) {
             "The program that installs updates is missing. Please install Editor again.");
 }
 
+TEST(Explanation, OfARefusedOfferHasASentenceOfItsOwnAndTheReasonInTheDetails) {
+  UpdateInfo offer;
+  offer.download_url = "https://updates.example.com/NUL";
+  const Explanation explanation = Explain(
+      Step::kPrepare, offer_check::CheckOffer(offer, {"https://updates.example.com"}), "Editor");
+  EXPECT_EQ(explanation.sentence,
+            "The update service offers a download that Editor does not trust, so nothing was "
+            "downloaded. Try again later.");
+  EXPECT_EQ(explanation.details, "Code 51\nThe package's name is that of a device on Windows");
+}
+
 TEST(Explanation, DiffersForEveryCodeAtEveryStepThatCanHaveIt) {
   const std::set<std::string> sentences = {Sentence(Step::kStart, korvixsdk::kInvalidArgument),
                                            Sentence(Step::kStart, korvixsdk::kInvalidState),
@@ -47,9 +60,10 @@ TEST(Explanation, DiffersForEveryCodeAtEveryStepThatCanHaveIt) {
                                            Sentence(Step::kPrepare, korvixsdk::kHashMismatch),
                                            Sentence(Step::kPrepare, korvixsdk::kFileSystemError),
                                            Sentence(Step::kPrepare, korvixsdk::kPlatformError),
+                                           Sentence(Step::kPrepare, offer_check::kOfferRefused),
                                            Sentence(Step::kLaunch, korvixsdk::kInvalidState),
                                            Sentence(Step::kLaunch, korvixsdk::kNotFound)};
-  EXPECT_EQ(sentences.size(), 12u);
+  EXPECT_EQ(sentences.size(), 13u);
 }
 
 TEST(Explanation, OfAnUnknownCodeIsStillASentence) {
