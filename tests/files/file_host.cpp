@@ -22,9 +22,10 @@ FileHost::FileHost(const std::string& cache_dir, const std::string& fallback_id_
   init_ = sdk_.Init(config);
 }
 
-Result<PreparedUpdate> FileHost::Prepare(const std::string& url) {
+Result<PreparedUpdate> FileHost::Prepare(const std::string& url, const std::string& sha256) {
   UpdateInfo info;
   info.download_url = url;
+  info.sha256 = sha256;
   return sdk_.PrepareUpdate(info);
 }
 

@@ -18,7 +18,10 @@ class FileHost {
   /// What `Init` answered.
   const Error& init() const { return init_; }
   Result<std::string> GetDeviceId() { return sdk_.GetDeviceId(); }
-  Result<PreparedUpdate> Prepare(const std::string& url);
+  Result<PreparedUpdate> Prepare(const std::string& url, const std::string& sha256 = "");
+  Error Launch(const PreparedUpdate& prepared, const std::string& updater_path) {
+    return sdk_.LaunchPreparedUpdate(prepared, updater_path);
+  }
   std::string GetLastError() const { return sdk_.GetLastError(); }
 
  private:

@@ -63,6 +63,13 @@ TEST_F(OfferedAddress, OfAnotherSchemeIsNoPackage) {
   }
 }
 
+TEST_F(OfferedAddress, OfAMockPackageIsAnsweredByTheLibraryItself) {
+  const Result<PreparedUpdate> prepared = Prepare("mock://evil.example/editor.pkg");
+  EXPECT_TRUE(prepared.ok()) << prepared.error;
+  EXPECT_TRUE(prepared.value.ready);
+  EXPECT_EQ(FileBytes(updates_ / "editor.pkg"), "mock update package payload");
+}
+
 TEST_F(OfferedAddress, WithAZeroByteIsMalformed) {
   ExpectFailure(host_.server().address() + "/editor\0.pkg"s, {DownloadError(CURLE_URL_MALFORMAT)});
   ExpectFailure("\0"s, {DownloadError(CURLE_URL_MALFORMAT)});
