@@ -20,11 +20,13 @@ using test::TempFolder;
 
 struct RuntimeError {
   static std::runtime_error Make() { return std::runtime_error("out of order"); }
+  static constexpr char kName[] = "RuntimeError";
   static constexpr char kText[] = " threw an exception: out of order";
 };
 /// Nothing derived from std::exception, and so without a text.
 struct Number {
   static int Make() { return 42; }
+  static constexpr char kName[] = "Number";
   static constexpr char kText[] = " threw an exception";
 };
 
@@ -146,7 +148,13 @@ class ThrowingService : public testing::Test {
   Host host_;
 };
 using AllThrown = testing::Types<RuntimeError, Number>;
-TYPED_TEST_SUITE(ThrowingService, AllThrown);
+struct NameOfThrown {
+  template <typename Thrown>
+  static std::string GetName(int) {
+    return Thrown::kName;
+  }
+};
+TYPED_TEST_SUITE(ThrowingService, AllThrown, NameOfThrown);
 
 TYPED_TEST(ThrowingService, LoggerLosesItsLinesAndNothingElse) {
   Host& host = this->host_;
