@@ -44,7 +44,9 @@ std::optional<std::string> MemberBehind(std::string_view text) {
   const std::string_view value = TrimAsciiLeft(text.substr(colon + 1));
   if (value.empty()) return std::nullopt;
   if (value.front() == '"') return StringContent(value.substr(1));
-  return std::string(TrimAscii(value.substr(0, value.find_first_of(",}"))));
+  const auto ends = [](char c) { return c == ',' || c == '}'; };
+  const char* const end = std::find_if(value.data(), value.data() + value.size(), ends);
+  return std::string(TrimAscii({value.data(), static_cast<std::size_t>(end - value.data())}));
 }
 
 JsonMember* MissingMember(std::string_view key, JsonMember* first, const JsonMember* last) {

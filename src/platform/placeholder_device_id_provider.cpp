@@ -19,7 +19,8 @@ namespace {
 
 constexpr char kMachineGuidLabel[] = "machine_guid:";
 constexpr char kComputerNameLabel[] = "computer_name:";
-constexpr char kSourceSeparator = '|';
+constexpr std::string_view kSourceSeparator = "|";
+constexpr std::uint64_t kFnvOffset = 0xcbf29ce484222325u;
 constexpr char kFingerprintPrefix[] = "win-";
 constexpr char kFallbackPrefix[] = "guid-";
 
@@ -45,16 +46,23 @@ void AppendSource(std::string_view label, Result<std::string> property,
   source.append(label).append(value);
 }
 
-std::string Join(const std::vector<std::string>& sources) {
-  std::size_t length = sources.size();
-  for (const std::string& source : sources) length += source.size();
-  std::string joined;
-  joined.reserve(length);
-  for (const std::string& source : sources) {
-    if (!joined.empty()) joined += kSourceSeparator;
-    joined += source;
+std::uint64_t ContinueFnv1a64(std::uint64_t hash, std::string_view text) {
+  for (const char c : text) {
+    hash ^= static_cast<unsigned char>(c);
+    hash *= 0x100000001b3u;
   }
-  return joined;
+  return hash;
+}
+
+/// Of the sources with one separator between them, which are not put together for it; nothing where
+/// none holds any text.
+std::optional<std::uint64_t> HashOf(const std::vector<std::string>& sources) {
+  std::optional<std::uint64_t> hash;
+  for (const std::string& source : sources) {
+    if (hash) hash = ContinueFnv1a64(*hash, kSourceSeparator);
+    if (hash || !source.empty()) hash = ContinueFnv1a64(hash.value_or(kFnvOffset), source);
+  }
+  return hash;
 }
 
 /// Lowercase hexadecimal without padding: a small hash has fewer than 16 digits.
@@ -103,14 +111,7 @@ std::string DefaultFallbackIdPath() {
   return defaultFallbackIdPath();
 }
 
-std::uint64_t Fnv1a64(std::string_view text) {
-  std::uint64_t hash = 0xcbf29ce484222325u;
-  for (const char c : text) {
-    hash ^= static_cast<unsigned char>(c);
-    hash *= 0x100000001b3u;
-  }
-  return hash;
-}
+std::uint64_t Fnv1a64(std::string_view text) { return ContinueFnv1a64(kFnvOffset, text); }
 
 PlaceholderDeviceIdProvider::PlaceholderDeviceIdProvider(std::string fallback_id_path)
     : fallbackIdPath(std::move(fallback_id_path)) {}
@@ -118,9 +119,9 @@ PlaceholderDeviceIdProvider::PlaceholderDeviceIdProvider(std::string fallback_id
 Result<std::string> PlaceholderDeviceIdProvider::GetDeviceId() {
   const Result<std::vector<std::string>> sources = CollectFingerprintSources();
   if (!sources.ok()) return FallbackId();
-  const std::string joined = Join(sources.value);
-  if (joined.empty()) return FallbackId();
-  return {FingerprintId(Fnv1a64(joined)), Error{}};
+  const std::optional<std::uint64_t> hash = HashOf(sources.value);
+  if (!hash) return FallbackId();
+  return {FingerprintId(*hash), Error{}};
 }
 
 Result<std::vector<std::string>> PlaceholderDeviceIdProvider::CollectFingerprintSources() {
