@@ -51,7 +51,7 @@ std::optional<std::string> MemberBehind(std::string_view text) {
 
 JsonMember* MissingMember(std::string_view key, JsonMember* first, const JsonMember* last) {
   for (; first != last; ++first) {
-    if (!first->found && first->key == key) return first;
+    if (first->key == key && !first->found) return first;
   }
   return nullptr;
 }

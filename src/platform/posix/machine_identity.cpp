@@ -3,9 +3,8 @@
 #include <unistd.h>
 #include <uuid/uuid.h>
 
-#include <algorithm>
 #include <cstddef>
-#include <utility>
+#include <string_view>
 
 #include "platform/file_descriptor.h"
 
@@ -27,11 +26,11 @@ Result<std::string> ReadMachineGuid() {
   char buffer[kLongestLine];
   const std::ptrdiff_t length = file.Read(buffer, sizeof(buffer));
   if (length < 0) return Failure("Machine id file is unavailable");
-  std::string line(buffer, static_cast<std::size_t>(length));
-  line.erase(std::min(line.find('\n'), line.size()));
+  const std::string_view text(buffer, static_cast<std::size_t>(length));
+  const std::string_view line = text.substr(0, text.find('\n'));
   // The second text stands there during the first boot of an image, on every machine alike.
   if (line.empty() || line == "uninitialized") return Failure("Machine id file is empty");
-  return Result<std::string>{std::move(line), Error{}};
+  return Result<std::string>{std::string(line), Error{}};
 }
 
 Result<std::string> ReadComputerName() {
