@@ -72,9 +72,13 @@ stop_driver() {
   end_process driver_pid
 }
 
+# note WORD...: what is done and when, for a look at what went wrong.
+note() { printf '%(%T)T.%s %s\n' -1 "${EPOCHREALTIME: -6:3}" "$*" >>"$work/steps.log"; }
+
 # ask COMMAND FIELD...: sends the driver a command; its answer goes to $answer.
 ask() {
   local line IFS=$'\t'
+  note "$@"
   echo "$*" >&"$to_driver"
   IFS=$'\t' read -r -t 150 line answer <&"$from_driver" || fail "the driver does not answer: $*"
   answer=${answer%$'\r'}
@@ -86,33 +90,72 @@ must() {
   ask "$@" && return
   local alive="it runs"
   kill -0 "$application_pid" 2>/dev/null || alive="it has ended"
-  take_picture failure 2>/dev/null || true
-  fail "$* -- seen: $answer; the application: $alive (see failure.png, application.log in $work)"
+  fail "$* -- seen: $answer; the application: $alive"
 }
 
-# A click with the mouse into the middle of a control.
+# on_screen TITLE: the X server's number of the window, once it has it.
+on_screen() {
+  xdotool search --onlyvisible --name "^$1\$" 2>/dev/null
+}
+
+# fits TITLE: its texts have their room, once the window is on the screen.
+fits() {
+  local tries
+  for ((tries = 0; tries < 600; tries++)); do
+    ! on_screen "$1" >/dev/null || break
+    sleep 0.1
+  done
+  must fits "$1"
+}
+
+# points_at X11-WINDOW X Y: moves the mouse there; does the window lie open under it?
+points_at() {
+  local seen
+  seen=$(xdotool mousemove --window "$@" getmouselocation --shell 2>/dev/null) || return
+  # What lies there is the frame that the window manager has put around the window.
+  [[ $(xwininfo -tree -id "${seen##*WINDOW=}" 2>/dev/null) == *"$(printf ' 0x%x ' "$1")"* ]]
+}
+
+# A click with the mouse into the middle of a control. The program counts its window as shown, or as
+# gone, before the screen does, and its place is uncertain until the window manager has put it there;
+# so the place is one within the window, and the click waits until the X server gives it to that.
 click() { # TITLE ID
+  local tries window
   must enabled "$1" "$2"
   must where "$1" "$2"
-  xdotool mousemove $answer click 1
+  for ((tries = 0; tries < 600; tries++)); do
+    window=$(on_screen "$1") && points_at "$window" $answer && break
+    sleep 0.1
+  done
+  ((tries < 600)) || fail "$1 does not lie open on the screen"
+  note click "$1" "$answer"
+  xdotool click 1
 }
 
-# has_keyboard TITLE: does the X server send keys to this window, without its helpers in between?
+# has_keyboard TITLE: does the X server send keys to this window, without its helpers in between, and
+# does the window manager know?
 has_keyboard() {
-  local focused
-  focused=$(xdotool getwindowfocus -f 2>/dev/null) || return
-  [ "$focused" = "$(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null)" ]
+  local window
+  window=$(on_screen "$1") && [ "$(xdotool getwindowfocus -f 2>/dev/null)" = "$window" ] &&
+    [ "$(xdotool getactivewindow 2>/dev/null)" = "$window" ]
 }
 
-# press TITLE KEY...: keys into the window, once it has the keyboard and keeps it. The window manager
-# hands it to a new window in several steps.
-press() {
+# gets_keyboard TITLE: waits until the window has the keyboard and keeps it. The window manager hands
+# it to a new window in several steps.
+gets_keyboard() {
   local tries kept=0
   must active "$1"
   for ((tries = 0; tries < 600 && kept < 3; tries++)); do
     if has_keyboard "$1"; then kept=$((kept + 1)); else kept=0; fi
     sleep 0.1
   done
+  ((kept == 3)) || fail "$1 does not get the keyboard"
+}
+
+# press TITLE KEY...: keys into the window.
+press() {
+  gets_keyboard "$1"
+  note "${@:2}"
   xdotool key --delay 50 "${@:2}"
 }
 
@@ -146,13 +189,13 @@ end_application() {
 
 windows_path() { echo "Z:${1//\//\\}"; }
 
-# start_service: nginx with replies and packages of this run's own, in $site.
+# start_service [SECONDS]: nginx with replies and packages of this run's own, in $site.
 start_service() {
   local address_line
   site=$work/site
   rm -rf "$site" "$work/service"
   cp -r examples/service "$site"
-  exec {address_line}< <(exec "$site/run" --folder "$work/service" --seconds 1400)
+  exec {address_line}< <(exec "$site/run" --folder "$work/service" --seconds "${1:-1400}")
   service_pid=$!
   read -r -t 60 address <&"$address_line" || fail "the service did not start"
 }
@@ -169,6 +212,10 @@ reply() {
 # nginx stopped by a signal takes connections and says nothing.
 pause_service() { kill -STOP "$(<"$work/service/nginx.pid")"; }
 wake_service() { kill -CONT "$(<"$work/service/nginx.pid")"; }
+
+# Until it is woken, windows neither come onto the screen nor leave it.
+pause_window_manager() { kill -STOP "$manager_pid"; }
+wake_window_manager_soon() { (sleep 2 && kill -CONT "$manager_pid") & }
 
 # take_picture NAME: what is on the screen once it does not change any more.
 take_picture() {
@@ -201,12 +248,43 @@ end_process() { # VARIABLE
   process=
 }
 
-close_stage() {
+# keep_evidence: what the application, its windows and the screen look like when a test fails. The
+# stacks come last: for them the threads are stopped.
+keep_evidence() {
+  note "failed"
+  take_picture_now failure
+  {
+    tail -n 20 "$work/steps.log"
+    echo "the mouse: $(xdotool getmouselocation), the keyboard: $(xdotool getwindowfocus)"
+    xprop -root _NET_CLIENT_LIST
+    xwininfo -root -tree | grep -v ' 1x1+'
+    timeout 60 scripts/lib/wine-run "$bin/window_driver.exe" all
+    cat "$work/application.log"
+  } >"$work/failure.txt" 2>&1
+  timeout 120 scripts/lib/wine-run winedbg --command "bt all" >"$work/stacks.txt" 2>&1
+  { name_places "$work/stacks.txt"; cat "$work/stacks.txt"; } >"$work/failure-stacks.txt"
+  cat "$work/failure.txt"
+  echo "see failure.png, failure.txt, failure-stacks.txt in $work"
+}
+
+# name_places STACKS: the application's functions that stand there with their places alone.
+name_places() {
+  local places
+  mapfile -t places < <(sed -n 's/.* \(0x[0-9a-f]*\) in desktop_host .*/\1/p' "$1" | sort -u)
+  { x86_64-w64-mingw32-nm -C "$bin/desktop_host.exe" && printf '%016x ~\n' "${places[@]}"; } |
+    grep '^[0-9a-f]* \([Tt] [^.]\|~\)' | sort |
+    awk '$2 == "~" { print $1 function_name; next } { $1 = $2 = ""; function_name = $0 }'
+}
+
+close_stage() { # STATUS
+  # Above 128 somebody has ended the script.
+  (($1 == 0 || $1 > 128)) || (set +e && keep_evidence) >&2 || true
   end_process application_pid
   end_process driver_pid
   stop_wine
-  # A service that is stopped in the middle of something would not end.
+  # What is stopped in the middle of something would not end.
   [ -z "$service_pid" ] || wake_service 2>/dev/null || true
+  [ -z "$manager_pid" ] || kill -CONT "$manager_pid" 2>/dev/null || true
   end_process service_pid
   end_process manager_pid
   end_process screen_pid

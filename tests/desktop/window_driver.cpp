@@ -11,10 +11,13 @@
 //   expect TITLE ID TEXT      waits until the control's text contains TEXT
 //   text TITLE ID             the control's text, its line ends as " / "
 //   enabled|disabled|shown|hidden|focused TITLE ID   waits for that
-//   where TITLE ID            the control's middle on the screen: "X Y"
+//   where TITLE ID            the control's middle within its window: "X Y"
 //   answers TITLE             whether the window handles messages within two seconds
 //   scale TITLE DPI           tells the window that it has come to a monitor with this scaling
 //   fits TITLE                whether every text has its room, and no control covers another
+//
+// With the argument "all" it prints every window with every control instead, for a look at what
+// went wrong, and ends.
 
 #include <windows.h>
 
@@ -95,11 +98,26 @@ std::wstring ClassName(HWND control) {
   return name;
 }
 
-bool HasFocus(HWND control) {
+/// What the windows of one thread share.
+GUITHREADINFO ThreadOf(HWND window) {
   GUITHREADINFO info{};
   info.cbSize = sizeof(info);
-  return GetGUIThreadInfo(GetWindowThreadProcessId(control, nullptr), &info) &&
-         info.hwndFocus == control && GetForegroundWindow() == GetParent(control);
+  GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+  return info;
+}
+
+bool Responds(HWND window, UINT milliseconds) {
+  DWORD_PTR unused = 0;
+  return SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, milliseconds, &unused) != 0;
+}
+
+/// Lets the program hear where the window manager has put its window: on its way to the screen a
+/// window goes through other places and sizes. The first message may be answered before what the X
+/// server has sent until now is handled, the second is not.
+bool Settles(HWND window) { return Responds(window, 60000) && Responds(window, 60000); }
+
+bool HasFocus(HWND control) {
+  return ThreadOf(control).hwndFocus == control && GetForegroundWindow() == GetParent(control);
 }
 
 bool IsInState(HWND control, const std::string& state) {
@@ -242,8 +260,10 @@ class Driver {
     if (command == "active") {
       return {WaitFor([&] { return GetForegroundWindow() == window; }), ""};
     }
-    if (command == "answers") return Answers(window);
-    if (command == "fits") return Fits(window, Dpi(window));
+    if (command == "answers") return {Responds(window, 2000), ""};
+    if (command == "fits") {
+      return Settles(window) ? Fits(window, Dpi(window)) : Answer{false, "no response"};
+    }
     if (fields.size() < 3) return {false, "not understood: " + command};
     const int number = std::atoi(fields[2].c_str());
     if (command == "scale") {
@@ -259,17 +279,15 @@ class Driver {
     return scaled != scaled_.end() ? scaled->second : GetDpiForWindow(window);
   }
 
-  static Answer Answers(HWND window) {
-    DWORD_PTR unused = 0;
-    return {SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, 2000, &unused) != 0, ""};
-  }
-
   static Answer LookAt(const Fields& fields, HWND control) {
     const std::string& command = fields[0];
     if (control == nullptr) return {false, "no control " + fields[2]};
     if (command == "text") return {true, OneLine(Text(control))};
     if (command == "where") {
-      const RECT place = Place(control);
+      // Not by way of the screen: the window may be moving.
+      RECT place{};
+      GetClientRect(control, &place);
+      MapWindowPoints(control, GetParent(control), reinterpret_cast<POINT*>(&place), 2);
       std::ostringstream middle;
       middle << (place.left + place.right) / 2 << " " << (place.top + place.bottom) / 2;
       return {true, middle.str()};
@@ -285,6 +303,37 @@ class Driver {
   std::map<HWND, UINT> scaled_;
 };
 
+/// Without a text where the program would have to be waited for.
+void Print(HWND window, const GUITHREADINFO& thread, bool responds) {
+  const RECT place = Place(window);
+  std::cout << Utf8(ClassName(window)) << " '" << (responds ? OneLine(Text(window)) : "?") << "' "
+            << place.left << "," << place.top << " to " << place.right << "," << place.bottom
+            << (IsWindowVisible(window) ? "" : " hidden")
+            << (IsWindowEnabled(window) ? "" : " disabled")
+            << (window == GetForegroundWindow() ? " foreground" : "")
+            << (window == thread.hwndFocus ? " focused" : "")
+            << (window == thread.hwndCapture ? " has the mouse" : "")
+            << (responds ? "" : " does not respond") << std::endl;
+}
+
+BOOL CALLBACK PrintControl(HWND control, LPARAM responds) {
+  std::cout << "  " << GetDlgCtrlID(control) << " ";
+  Print(control, ThreadOf(control), responds != 0);
+  return TRUE;
+}
+
+/// Wine's own helpers are hidden and have nothing in them.
+BOOL CALLBACK PrintWithControls(HWND window, LPARAM) {
+  if (!IsWindowVisible(window) && GetWindow(window, GW_CHILD) == nullptr) return TRUE;
+  const bool responds = Responds(window, 2000);
+  DWORD process = 0;
+  const DWORD thread = GetWindowThreadProcessId(window, &process);
+  std::cout << "process " << process << ", thread " << thread << ": ";
+  Print(window, ThreadOf(window), responds);
+  EnumChildWindows(window, PrintControl, responds ? 1 : 0);
+  return TRUE;
+}
+
 Fields Split(std::string line) {
   if (!line.empty() && line.back() == '\r') line.pop_back();
   Fields fields;
@@ -295,8 +344,9 @@ Fields Split(std::string line) {
 
 }  // namespace
 
-int main() {
+int main(int argc, char** argv) {
   SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
+  if (argc == 2 && std::string(argv[1]) == "all") return EnumWindows(PrintWithControls, 0) ? 0 : 1;
   Driver driver;
   for (std::string line; std::getline(std::cin, line);) {
     const Answer answer = driver.Obey(Split(line));
