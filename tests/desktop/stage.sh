@@ -159,8 +159,20 @@ press() {
   xdotool key --delay 50 "${@:2}"
 }
 
+# A program's windows get the numbers of those before them in the X server. While the window manager
+# still had to take leave of the old ones, a new window has stayed at the size it is made with.
+no_windows_left() {
+  local tries
+  for ((tries = 0; tries < 600; tries++)); do
+    [[ $(xprop -root _NET_CLIENT_LIST) == *0x* ]] || return 0
+    sleep 0.1
+  done
+  fail "windows of an ended program are left"
+}
+
 # start_application OPTION...: the desktop host, or another $program.
 start_application() {
+  no_windows_left
   scripts/lib/wine-run "${program:-$bin/desktop_host.exe}" \
     --cache "$(windows_path "$work/cache")" --fallback-id "$(windows_path "$work/device-id")" \
     "$@" >"$work/application.log" 2>&1 </dev/null &
