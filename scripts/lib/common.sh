@@ -96,7 +96,9 @@ start_wine() {
   # First, as it refuses where a server runs already; it is there for as long as it is not stopped.
   # What it says when it is stopped is for Wine's own developers.
   wineserver -p >/dev/null 2>&1
-  scripts/lib/wine-run wineboot --init >/dev/null 2>&1 || fail "Wine could not make its prefix"
+  local log=$WINEPREFIX/start.log
+  WINEDEBUG=fixme-all scripts/lib/wine-run wineboot --init >"$log" 2>&1 ||
+    fail "Wine could not make its prefix, status $?: $(tail -n 20 "$log")"
 }
 
 stop_wine() {
