@@ -9,16 +9,6 @@
 namespace update_host::doctor {
 namespace {
 
-TEST(PackageName, IsWhatTheLibraryTakes) {
-  EXPECT_EQ(PackageName("https://h/packages/editor-2.0.0.pkg"), "editor-2.0.0.pkg");
-  EXPECT_EQ(PackageName("https://h/editor.pkg?token=abc"), "editor.pkg");
-  EXPECT_EQ(PackageName("https://h/dl?file=a/b.pkg"), "b.pkg");
-  EXPECT_EQ(PackageName("https://h/my%20editor.pkg"), "my%20editor.pkg");
-  EXPECT_EQ(PackageName("https://h/download/"), "update_package.bin");
-  EXPECT_EQ(PackageName("https://h/?id=5"), "update_package.bin");
-  EXPECT_EQ(PackageName("https://h"), "h");
-}
-
 TEST(PackageName, PassesWhenPlain) {
   for (const std::string name : {"editor-2.0.0.pkg", "my%20editor.pkg", "CONSOLE.pkg", "COM10.pkg",
                                  "com.pkg", "a b.pkg", ".x", "LPT.pkg", "?id=5"}) {

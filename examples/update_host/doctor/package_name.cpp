@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "offer_check.h"
+
 namespace update_host::doctor {
 namespace {
 
@@ -85,16 +87,8 @@ std::string Shown(const std::string& name) {
 
 }  // namespace
 
-std::string PackageName(const std::string& address) {
-  const std::size_t slash = address.rfind('/');
-  std::string name;
-  if (slash != std::string::npos) name = address.substr(slash + 1);
-  name = name.substr(0, name.find('?'));
-  return name.empty() ? "update_package.bin" : name;
-}
-
 Check CheckPackageName(const std::string& address) {
-  const std::string name = PackageName(address);
+  const std::string name = offer_check::PackageName(address);
   Findings findings;
   CheckCharacters(name, findings);
   CheckWhole(name, findings);

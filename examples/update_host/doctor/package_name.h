@@ -7,11 +7,8 @@
 
 namespace update_host::doctor {
 
-/// The name under which the library stores the package of this address.
-std::string PackageName(const std::string& address);
-
-/// package.name: whether that name is a file's name on Windows, wherever the doctor runs, as one
-/// reply goes to all machines.
+/// package.name: whether the name under which the library stores the package of this address is a
+/// file's name on Windows, wherever the doctor runs, as one reply goes to all machines.
 Check CheckPackageName(const std::string& address);
 
 }  // namespace update_host::doctor
