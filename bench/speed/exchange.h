@@ -22,9 +22,15 @@ class Host {
   /// Whole operations, which end the program when they fail.
   korvixsdk::UpdateInfo Check();
   korvixsdk::ServerResult Report();
+  /// What both do before and with their exchange, by hand: the machine is asked who it is, three
+  /// values are escaped, and the reply is fetched, of which nothing is made.
+  std::string CheckByHand() const;
+  std::string ReportByHand() const;
 
  private:
   korvixsdk::KorvixSDK sdk_;
+  std::string server_;
+  std::string device_id_;
   std::string update_url_;
   std::string install_url_;
 };

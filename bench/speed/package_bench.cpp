@@ -95,7 +95,7 @@ void Grow(Packages& packages) {
 int main(int argc, char** argv) {
   Require(argc == 3, "usage: package_bench SERVER FOLDER");
   Packages packages(argv[1], argv[2]);
-  Compare(packages, 64 * kMiB, 15);
+  Compare(packages, 64 * kMiB, 30);
   Compare(packages, 512 * kMiB, 10);
   Grow(packages);
   return 0;

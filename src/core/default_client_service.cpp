@@ -1,5 +1,6 @@
 #include "core/default_client_service.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <utility>
@@ -257,9 +258,9 @@ void DefaultClientService::Log(void (ILogger::*write)(const std::string&), LineP
       [&] {
         std::size_t length = 0;
         for (const std::string_view part : parts) length += part.size();
-        std::string line;
-        line.reserve(length);
-        for (const std::string_view part : parts) line.append(part);
+        std::string line(length, '\0');
+        char* end = line.data();
+        for (const std::string_view part : parts) end = std::copy(part.begin(), part.end(), end);
         (services_->logger.get()->*write)(line);
         return true;
       },

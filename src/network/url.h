@@ -18,9 +18,8 @@ using QueryParameters = std::vector<std::pair<std::string_view, std::string_view
 /// begins with one; nothing else is normalised. Values are percent-encoded (RFC 3986: all but the
 /// unreserved characters), keys are not.
 ///
-/// \param handle which escapes: the exchange's own, as a second one costs more than all the rest.
-/// Null is
-///   an error.
+/// \param handle which escapes: the exchange's own, as a second one costs more than all the rest;
+///   null is an error.
 /// \return the URL, or kNetworkError "Failed to initialize libcurl" or
 ///   "Failed to URL-encode query parameter" (also where memory does not suffice for the URL).
 Result<std::string> BuildUrl(const CurlHandle& handle, const std::string& server_base_url,
