@@ -6,9 +6,9 @@
 
 namespace korvixsdk {
 
-/// Whole files and folder chains, for the file system provider, the
-/// fallback identifier file and the cache directory. What
-/// must copy a path throws std::bad_alloc where memory does not suffice; the rest throws nothing.
+/// Whole files and folder chains, for the file system provider, the fallback identifier file and
+/// the cache directory. What must copy a path throws std::bad_alloc where memory does not suffice;
+/// the rest throws nothing.
 
 enum class FileOutcome {
   kDone,
