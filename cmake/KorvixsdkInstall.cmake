@@ -12,6 +12,14 @@ install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/SECURITY.md
               ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${CMAKE_INSTALL_DOCDIR}
         PATTERN Doxyfile EXCLUDE)
+# Each builds there by itself. Programs are named, as what a clone's files may differs from one
+# machine to the next.
+install(
+  DIRECTORY ${PROJECT_SOURCE_DIR}/examples
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  PATTERN .gitattributes EXCLUDE
+  PATTERN service/run
+  PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
 if(MINGW)
   # libcurl is inside the DLL, and its licence goes where its code goes.
