@@ -20,6 +20,7 @@ class FileLogger final : public korvixsdk::ILogger {
   /// `kFileSystemError`.
   static korvixsdk::Result<std::shared_ptr<FileLogger>> Open(const std::string& path);
 
+  /// Writes to `log`, of whatever sinks and pattern.
   explicit FileLogger(std::shared_ptr<spdlog::logger> log) : log_(std::move(log)) {}
 
   void LogDebug(const std::string& message) override;

@@ -28,7 +28,7 @@ class UpdateWorker {
   /// the thread of the windows call `Deliver` soon: `PostMessage` is all that it takes on Windows.
   using PostToUi = std::function<void()>;
 
-  /// \param service the host's own core service; null gives the library's.
+  /// `service` is the host's own core service; null gives the library's.
   explicit UpdateWorker(PostToUi post_to_ui,
                         std::shared_ptr<korvixsdk::IClientService> service = nullptr)
       : post_to_ui_(std::move(post_to_ui)),

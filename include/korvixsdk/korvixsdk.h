@@ -4,6 +4,9 @@
 /// \file
 /// \brief Includes the whole public interface.
 
+/// \namespace korvixsdk
+/// \brief The whole library.
+
 #include "korvixsdk/client_manager.h"
 #include "korvixsdk/client_service.h"
 #include "korvixsdk/crypto_provider.h"
