@@ -8,10 +8,10 @@
 #include "network/default_network_client.h"
 #include "network/http_transport.h"
 #include "platform/error_text.h"
+#include "platform/fallback_id_file.h"
 #include "platform/native_file.h"
 #include "platform/native_path.h"
 #include "platform/or_else.h"
-#include "platform/placeholder_device_id_provider.h"
 #include "platform/service_call.h"
 
 namespace korvixsdk {

@@ -2,17 +2,13 @@
 
 #include <algorithm>
 #include <charconv>
-#include <filesystem>
 #include <iterator>
-#include <mutex>
 #include <optional>
 #include <utility>
 
 #include "platform/ascii.h"
+#include "platform/fallback_id_file.h"
 #include "platform/machine_identity.h"
-#include "platform/native_file.h"
-#include "platform/native_path.h"
-#include "platform/or_else.h"
 
 namespace korvixsdk {
 namespace {
@@ -22,15 +18,6 @@ constexpr char kComputerNameLabel[] = "computer_name:";
 constexpr std::string_view kSourceSeparator = "|";
 constexpr std::uint64_t kFnvOffset = 0xcbf29ce484222325u;
 constexpr char kFingerprintPrefix[] = "win-";
-constexpr char kFallbackPrefix[] = "guid-";
-
-std::mutex default_fallback_id_path_mutex;
-
-/// Made at the first use and never destroyed: a host may call from its own static destructors.
-std::string& defaultFallbackIdPath() {
-  static std::string& path = *new std::string;
-  return path;
-}
 
 Error PlatformError(const char* message) { return Error{kPlatformError, message}; }
 
@@ -72,44 +59,7 @@ std::string FingerprintId(std::uint64_t hash) {
   return std::string(text, std::to_chars(digits, std::end(text), hash, 16).ptr);
 }
 
-/// The stored identifier, whatever its form; empty when there is none to read. Devices and pipes,
-/// whose reading might never end, hold none.
-std::string ReadStoredId(const std::filesystem::path& path) {
-  if (ReadingMightNotEnd(path)) return {};
-  std::string content;
-  if (ReadWholeFile(path, content) != FileOutcome::kDone) return {};
-  return std::string(TrimAscii(content));
-}
-
-Error StoreId(const std::optional<std::filesystem::path>& path, const std::string& id) {
-  if (!path || WritingMightNotEnd(*path)) {
-    return PlatformError("Failed to write fallback device id");
-  }
-  if (!CreateParentDirectories(*path)) {
-    return PlatformError("Failed to create fallback device id directory");
-  }
-  switch (WriteWholeFile(*path, id)) {
-    case FileOutcome::kNotOpened:
-      return PlatformError("Failed to write fallback device id");
-    case FileOutcome::kFailed:
-      return PlatformError("Failed to persist fallback device id");
-    case FileOutcome::kDone:
-      break;
-  }
-  return Error{};
-}
-
 }  // namespace
-
-void SetDefaultFallbackIdPath(const std::string& path) {
-  const std::lock_guard<std::mutex> lock(default_fallback_id_path_mutex);
-  defaultFallbackIdPath() = path;
-}
-
-std::string DefaultFallbackIdPath() {
-  const std::lock_guard<std::mutex> lock(default_fallback_id_path_mutex);
-  return defaultFallbackIdPath();
-}
 
 std::uint64_t Fnv1a64(std::string_view text) { return ContinueFnv1a64(kFnvOffset, text); }
 
@@ -118,9 +68,9 @@ PlaceholderDeviceIdProvider::PlaceholderDeviceIdProvider(std::string fallback_id
 
 Result<std::string> PlaceholderDeviceIdProvider::GetDeviceId() {
   const Result<std::vector<std::string>> sources = CollectFingerprintSources();
-  if (!sources.ok()) return FallbackId();
+  if (!sources.ok()) return FallbackId(fallbackIdPath);
   const std::optional<std::uint64_t> hash = HashOf(sources.value);
-  if (!hash) return FallbackId();
+  if (!hash) return FallbackId(fallbackIdPath);
   return {FingerprintId(*hash), Error{}};
 }
 
@@ -137,34 +87,6 @@ Result<std::vector<std::string>> PlaceholderDeviceIdProvider::CollectFingerprint
     sources.error = PlatformError("Unable to collect any stable device fingerprint sources");
   }
   return sources;
-}
-
-Result<std::string> PlaceholderDeviceIdProvider::FallbackId() const {
-  // A path or a stored text can be so long that memory does not suffice for it.
-  return OrElse(
-      [this] { return StoredOrNewId(); },
-      [](const char*) {
-        return Result<std::string>{{}, PlatformError("Failed to write fallback device id")};
-      });
-}
-
-Result<std::string> PlaceholderDeviceIdProvider::StoredOrNewId() const {
-  const std::string text = fallbackIdPath.empty() ? DefaultFallbackIdPath() : fallbackIdPath;
-  if (text.empty()) {
-    return {{}, PlatformError("No stable device fingerprint sources are available")};
-  }
-  const std::optional<std::filesystem::path> path = NativePathFromUtf8(text);
-  if (path) {
-    std::string stored = ReadStoredId(*path);
-    if (!stored.empty()) return {std::move(stored), Error{}};
-  }
-
-  const std::string guid = FoldAsciiToLower(NewGuidText());
-  if (guid.empty()) return {{}, PlatformError("Failed to generate fallback device id")};
-  std::string id = kFallbackPrefix + guid;
-  Error stored = StoreId(path, id);
-  if (!stored.ok()) return {{}, std::move(stored)};
-  return {std::move(id), Error{}};
 }
 
 }  // namespace korvixsdk

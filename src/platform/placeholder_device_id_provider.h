@@ -10,13 +10,6 @@
 
 namespace korvixsdk {
 
-/// Publishes the file that keeps the fallback identifier for every provider without a path of its
-/// own, in the whole process. UTF-8; empty means none. Any thread.
-void SetDefaultFallbackIdPath(const std::string& path);
-
-/// A copy of the path published last. Any thread.
-std::string DefaultFallbackIdPath();
-
 /// The 64-bit FNV-1a hash of `text` (Fowler, Noll and Vo; offset basis 0xcbf29ce484222325, prime
 /// 0x100000001b3).
 std::uint64_t Fnv1a64(std::string_view text);
@@ -36,9 +29,6 @@ class PlaceholderDeviceIdProvider : public IDeviceIdProvider {
   void set_force_sources_unavailable(bool value) { forceSourcesUnavailable = value; }
 
  private:
-  Result<std::string> FallbackId() const;
-  Result<std::string> StoredOrNewId() const;
-
   std::string fallbackIdPath;
   bool forceSourcesUnavailable = false;
 };

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "faults/wrapped_machine.h"
+#include "platform/fallback_id_file.h"
 #include "platform/placeholder_device_id_provider.h"
 #include "support/failing_calls.h"
 #include "support/temp_folder.h"
@@ -197,13 +198,6 @@ TEST_F(DeviceId, FollowsProcessWidePathWithoutOneOfItsOwn) {
   SetDefaultFallbackIdPath(folder.Entry("published"));
   EXPECT_EQ(FallbackIdAt("").value, "published id");
   EXPECT_EQ(FallbackIdAt(folder.Entry("own")).value, "own id");
-}
-
-TEST_F(DeviceId, ReplacesProcessWidePathAlsoWithNone) {
-  SetDefaultFallbackIdPath("somewhere");
-  EXPECT_EQ(DefaultFallbackIdPath(), "somewhere");
-  SetDefaultFallbackIdPath("");
-  EXPECT_EQ(DefaultFallbackIdPath(), "");
 }
 
 TEST_F(DeviceId, FailsWhenNoGuidCanBeMade) {

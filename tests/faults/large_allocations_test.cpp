@@ -9,6 +9,7 @@
 #include "faults/wrapped_machine.h"
 #include "network/default_network_client.h"
 #include "platform/default_file_system_provider.h"
+#include "platform/fallback_id_file.h"
 #include "platform/placeholder_device_id_provider.h"
 #include "support/failing_calls.h"
 #include "support/fakes.h"

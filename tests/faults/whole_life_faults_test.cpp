@@ -8,6 +8,7 @@
 #include "faults/whole_life.h"
 #include "faults/wrapped_curl.h"
 #include "faults/wrapped_machine.h"
+#include "platform/fallback_id_file.h"
 #include "platform/placeholder_device_id_provider.h"
 #include "support/failing_calls.h"
 #include "support/fakes.h"

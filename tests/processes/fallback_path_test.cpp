@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/fallback_id_file.h"
 #include "platform/placeholder_device_id_provider.h"
 #include "processes/run_in_threads.h"
 #include "support/temp_folder.h"

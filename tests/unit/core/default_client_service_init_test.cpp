@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "network/default_network_client.h"
-#include "platform/placeholder_device_id_provider.h"
+#include "platform/fallback_id_file.h"
 #include "unit/core/client_service_bench.h"
 #include "unit/record_equality.h"
 

@@ -11,6 +11,7 @@
 #include "network/default_network_client.h"
 #include "platform/default_crypto_provider.h"
 #include "platform/default_file_system_provider.h"
+#include "platform/fallback_id_file.h"
 #include "platform/null_logger.h"
 #include "platform/placeholder_device_id_provider.h"
 #include "platform/system_time_provider.h"
