@@ -9,7 +9,8 @@ install(
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/korvixsdk ${PROJECT_BINARY_DIR}/include/korvixsdk
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/SECURITY.md
-              ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+              ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${PROJECT_SOURCE_DIR}/LICENSE
+        DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${CMAKE_INSTALL_DOCDIR}
         PATTERN Doxyfile EXCLUDE)
 # Each builds there by itself. Programs are named, as what a clone's files may differs from one

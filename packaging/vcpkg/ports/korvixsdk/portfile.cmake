@@ -18,3 +18,4 @@ vcpkg_copy_pdbs()
 
 # One set of headers and documents for both configurations.
 file(REMOVE_RECURSE "${CURRENT_PACKAGES_DIR}/debug/include" "${CURRENT_PACKAGES_DIR}/debug/share")
+vcpkg_install_copyright(FILE_LIST "${sources}/LICENSE")
