@@ -9,9 +9,9 @@
 #include "network/http_transport.h"
 #include "platform/error_text.h"
 #include "platform/fallback_id_file.h"
-#include "platform/native_file.h"
 #include "platform/native_path.h"
 #include "platform/or_else.h"
+#include "platform/path_status.h"
 #include "platform/service_call.h"
 
 namespace korvixsdk {

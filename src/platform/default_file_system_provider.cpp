@@ -7,6 +7,7 @@
 #include "platform/native_file.h"
 #include "platform/native_path.h"
 #include "platform/or_else.h"
+#include "platform/path_status.h"
 
 namespace korvixsdk {
 namespace {

@@ -6,6 +6,7 @@
 
 #include "platform/file_descriptor.h"
 #include "platform/or_else.h"
+#include "platform/path_status.h"
 
 namespace korvixsdk {
 namespace {

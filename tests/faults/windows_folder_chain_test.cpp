@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "faults/wrapped_machine.h"
-#include "platform/native_file.h"
+#include "platform/path_status.h"
 
 namespace korvixsdk {
 namespace {

@@ -2,7 +2,7 @@
 #include <windows.h>
 
 #include "faults/wrapped_machine.h"
-#include "platform/native_file.h"
+#include "platform/path_status.h"
 #include "support/failing_calls.h"
 #include "support/open_handles.h"
 #include "support/temp_folder.h"

@@ -1,9 +1,9 @@
+#include "platform/path_status.h"
+
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <system_error>
-
-#include "platform/native_file.h"
 
 namespace korvixsdk {
 namespace {

@@ -1,9 +1,10 @@
+#include "platform/path_status.h"
+
 #include <algorithm>
 #include <cwchar>
 #include <string>
 #include <string_view>
 
-#include "platform/native_file.h"
 #include "platform/windows/windows_headers.h"
 
 namespace korvixsdk {
