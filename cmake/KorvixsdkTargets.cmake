@@ -21,4 +21,23 @@ function(korvixsdk_settings target)
   endif()
 endfunction()
 
+# korvixsdk_version_resource(TARGET DESCRIPTION): what Windows shows of a file that is shipped. Its
+# name is the target's OUTPUT_NAME, where that is set before, or the target's own.
+function(korvixsdk_version_resource target description)
+  get_target_property(name ${target} OUTPUT_NAME)
+  if(NOT name)
+    set(name ${target})
+  endif()
+  set(type VFT_APP)
+  set(suffix .exe)
+  get_target_property(target_type ${target} TYPE)
+  if(target_type STREQUAL SHARED_LIBRARY)
+    set(type VFT_DLL)
+    set(suffix .dll)
+  endif()
+  set(resource ${CMAKE_CURRENT_BINARY_DIR}/${target}-version.rc)
+  configure_file(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/version.rc.in ${resource} @ONLY)
+  target_sources(${target} PRIVATE ${resource})
+endfunction()
+
 include(${CMAKE_CURRENT_LIST_DIR}/../examples/header_only.cmake)
