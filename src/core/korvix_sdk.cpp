@@ -72,10 +72,9 @@ Error KorvixSDK::LaunchPreparedUpdate(const PreparedUpdate& prepared,
 
 std::string KorvixSDK::GetLastError() const {
   if (!service_) return "Client service unavailable";
+  const auto ask = [this] { return Result<std::string>{service_->GetLastError(), {}}; };
   // The text, or what became of the question for it.
-  Result<std::string> text = CallService(kClientService, [this] {
-    return Result<std::string>{service_->GetLastError(), {}};
-  });
+  Result<std::string> text = CallService(kClientService, ask);
   return text.ok() ? std::move(text.value) : std::move(text.error.message);
 }
 

@@ -86,10 +86,10 @@ std::string DefaultFallbackIdPath() {
 
 Result<std::string> FallbackId(const std::string& path) {
   // A path or a stored text can be so long that memory does not suffice for it.
-  return OrElse([&] { return StoredOrNewId(path); },
-                [](const char*) {
-                  return Result<std::string>{{}, PlatformError(kNotWritten)};
-                });
+  const auto failed = [](const char*) {
+    return Result<std::string>{{}, PlatformError(kNotWritten)};
+  };
+  return OrElse([&] { return StoredOrNewId(path); }, failed);
 }
 
 }  // namespace korvixsdk

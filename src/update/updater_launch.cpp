@@ -11,9 +11,8 @@ constexpr char kMockLaunchOk[] = "mock://launch-ok";
 constexpr char kMockLaunchFail[] = "mock://launch-fail";
 
 Result<bool> Exists(IFileSystemProvider& file_system, const std::string& path) {
-  return CallService("File system service", [&] {
-    return Result<bool>{file_system.Exists(path), Error{}};
-  });
+  const auto exists = [&] { return Result<bool>{file_system.Exists(path), Error{}}; };
+  return CallService("File system service", exists);
 }
 
 }  // namespace

@@ -191,9 +191,8 @@ TEST(HostLife, HostDecoratesDefaultService) {
   EXPECT_EQ(files->written, (std::vector<std::string>{kPackageBytes}));
 }
 
-void RunDocumentedExampleThatGivesEverythingBack(korvixsdk::SDKConfig config){
+// void GiveEverythingBack(korvixsdk::SDKConfig config), as docs/embedding.md writes it.
 #include "everything_back.inc"
-}
 
 TEST(HostLife, DocumentedExampleGivesEverythingBackWhateverInitAnswers) {
   const TempFolder folder;
@@ -202,7 +201,7 @@ TEST(HostLife, DocumentedExampleGivesEverythingBackWhateverInitAnswers) {
     SDKConfig config = Config(folder, "mock://service");
     config.product_id = product;
     config.logger = logger;
-    RunDocumentedExampleThatGivesEverythingBack(std::move(config));
+    GiveEverythingBack(std::move(config));
     EXPECT_FALSE(logger->lines.empty());
     EXPECT_EQ(logger.use_count(), 1) << "the registry of \"" << product << "\" still lives";
   }

@@ -44,7 +44,7 @@ std::ptrdiff_t FileDescriptor::Write(const char* data, std::size_t size) noexcep
 }
 
 std::uint64_t FileDescriptor::Length() noexcept {
-  struct stat status {};
+  struct stat status = {};
   if (fstat(number_, &status) != 0 || status.st_size < 0) return 0;
   return static_cast<std::uint64_t>(status.st_size);
 }

@@ -214,7 +214,7 @@ TEST(SdkFactory, CreatesARegistryThatItsServicesKeepAlive) {
   const std::weak_ptr<ServiceRegistry> registry = services;
   services.reset();
   ASSERT_FALSE(registry.expired());
-  { const RegistryOwner owner(registry.lock()); }
+  RegistryOwner{registry.lock()};
   EXPECT_TRUE(registry.expired());
 }
 
