@@ -49,27 +49,42 @@ apt_get_as_root() {
 
 update_package_lists() { apt_get_as_root update || fail "apt-get update failed"; }
 
+is_installed() { [[ $(dpkg-query -W -f='${db:Status-Abbrev}' "$1" 2>/dev/null) == ii* ]]; }
+is_offered() { [[ $(LC_ALL=C.UTF-8 apt-cache policy "$1") == *"  Candidate: "[^\(]* ]]; }
+
+# first_that CONDITION NAME|...: prints the first of the names that the condition holds for.
+first_that() {
+  local names name
+  IFS='|' read -r -a names <<<"$2"
+  for name in "${names[@]}"; do
+    if "$1" "$name"; then
+      echo "$name"
+      return
+    fi
+  done
+  return 1
+}
+
 # install_packages STEP...: installs what scripts/packages.txt lists for these steps and the
 # machine lacks. Asks for nothing.
 install_packages() {
-  local wanted=() missing=() name step needs
-  while read -r name needs; do
+  local missing=() chosen=() names needs step
+  while read -r names needs; do
     for step in "$@"; do
-      if [[ " $needs " == *" $step "* ]]; then
-        wanted+=("$name")
-        break
-      fi
+      [[ " $needs " == *" $step "* ]] || continue
+      first_that is_installed "$names" >/dev/null || missing+=("$names")
+      break
     done
   done < <(sed -e 's/#.*//' -e '/^[[:space:]]*$/d' -e 's/[[:space:]]\+/ /g' scripts/packages.txt)
-  for name in "${wanted[@]}"; do
-    dpkg-query -W -f='${db:Status-Abbrev}' "$name" 2>/dev/null | grep -q '^ii' || missing+=("$name")
-  done
   [ ${#missing[@]} = 0 ] && return
   command -v apt-get >/dev/null || fail "needs these packages, and apt-get to install them: ${missing[*]}"
-  echo "Installing: ${missing[*]}" >&2
   update_package_lists
-  apt_get_as_root --no-install-recommends --no-remove install "${missing[@]}" ||
-    fail "apt-get could not install: ${missing[*]}"
+  for names in "${missing[@]}"; do
+    chosen+=("$(first_that is_offered "$names")") || fail "no package source offers: $names"
+  done
+  echo "Installing: ${chosen[*]}" >&2
+  apt_get_as_root --no-install-recommends --no-remove install "${chosen[@]}" ||
+    fail "apt-get could not install: ${chosen[*]}"
 }
 
 jobs_at_once() { nproc; }

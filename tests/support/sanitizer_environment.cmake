@@ -3,7 +3,7 @@
 set(korvixsdk_test_environment)
 if(KORVIXSDK_SANITIZER)
   # Suppressions name functions, and only with this program the runtime knows them.
-  find_program(LLVM_SYMBOLIZER NAMES llvm-symbolizer-14 llvm-symbolizer REQUIRED)
+  find_program(LLVM_SYMBOLIZER llvm-symbolizer REQUIRED)
   set(symbolizer external_symbolizer_path=${LLVM_SYMBOLIZER})
   list(JOIN korvixsdk_sanitizer_flags " " flags)
   set(korvixsdk_test_environment
