@@ -1,8 +1,6 @@
-#include <iostream>
 #include <memory>
 #include <optional>
 
-#include "doctor/doctor.h"
 #include "options.h"
 #include "stderr_logger.h"
 #include "update_host.h"
@@ -12,8 +10,5 @@ int main(int argc, char** argv) {
   std::optional<update_host::Options> options = update_host::ReadOptions(argc, argv, &exit_status);
   if (!options) return exit_status;
   if (options->verbose) options->config.logger = std::make_shared<update_host::StderrLogger>();
-  if (options->command == update_host::Command::kDoctor) {
-    return update_host::doctor::Run(*options, std::cout);
-  }
   return update_host::UpdateHost(*options).Run().code;
 }

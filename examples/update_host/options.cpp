@@ -18,12 +18,7 @@ constexpr char kFooter[] =
     "record;\n"
     "a failed step has its line too. `launch` has no value. The steps `init` and `offer` show "
     "only\n"
-    "if they fail.\n"
-    "`doctor` ends with 12 when a line is `fail`; with --json it prints one list of {\"id\", "
-    "\"title\",\n"
-    "\"status\", \"reason\", \"remedy\", \"milliseconds\"}. It reports the installation twice and "
-    "downloads the\n"
-    "package twice: once by itself and once through the library.";
+    "if they fail.";
 
 void AddOptions(CLI::App& app, Options& options) {
   korvixsdk::SDKConfig& config = options.config;
@@ -57,7 +52,6 @@ void AddCommands(CLI::App& app, Options& options) {
   add("prepare", "Ask for an update, download and verify it", Command::kPrepare);
   add("update", "All of these, then start the updater", Command::kUpdate)
       ->needs(app.get_option("--updater"));
-  add("doctor", "Check machine and service from end to end and say what to do", Command::kDoctor);
 }
 
 }  // namespace

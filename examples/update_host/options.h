@@ -8,7 +8,7 @@
 
 namespace update_host {
 
-enum class Command { kDeviceId, kReportInstall, kCheck, kPrepare, kUpdate, kDoctor };
+enum class Command { kDeviceId, kReportInstall, kCheck, kPrepare, kUpdate };
 
 struct Options {
   Command command = Command::kCheck;

@@ -25,8 +25,6 @@ Error UpdateHost::Run() {
       return CheckAndPrepare().error;
     case Command::kUpdate:
       return Update();
-    case Command::kDoctor:
-      break;  // Not a way through the library, but a look at it.
   }
   return Error{};
 }

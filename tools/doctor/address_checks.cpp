@@ -4,7 +4,7 @@
 
 #include <memory>
 
-namespace update_host::doctor {
+namespace doctor {
 namespace {
 
 constexpr char kMockScheme[] = "mock://";
@@ -193,4 +193,4 @@ std::vector<Check> CheckConnection(const Connection& connection, bool tls) {
   return {NamePassed(connection), ConnectionPassed(connection), TlsFailed(connection)};
 }
 
-}  // namespace update_host::doctor
+}  // namespace doctor

@@ -1,5 +1,5 @@
-#ifndef KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_ADDRESS_CHECKS_H_
-#define KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_ADDRESS_CHECKS_H_
+#ifndef KORVIXSDK_TOOLS_DOCTOR_ADDRESS_CHECKS_H_
+#define KORVIXSDK_TOOLS_DOCTOR_ADDRESS_CHECKS_H_
 
 #include <string>
 #include <vector>
@@ -7,7 +7,7 @@
 #include "doctor/checklist.h"
 #include "doctor/exchange.h"
 
-namespace update_host::doctor {
+namespace doctor {
 
 /// Whether the library itself answers for this address, without a network.
 bool IsMockAddress(const std::string& address);
@@ -26,6 +26,6 @@ Check CheckPackageAddress(const std::string& address, const std::string& base);
 /// failed are not tried.
 std::vector<Check> CheckConnection(const Connection& connection, bool tls);
 
-}  // namespace update_host::doctor
+}  // namespace doctor
 
-#endif  // KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_ADDRESS_CHECKS_H_
+#endif  // KORVIXSDK_TOOLS_DOCTOR_ADDRESS_CHECKS_H_

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace update_host::doctor {
+namespace doctor {
 namespace {
 
 struct Title {
@@ -141,4 +141,4 @@ bool Checklist::Failed(std::initializer_list<const char*> ids) const {
   });
 }
 
-}  // namespace update_host::doctor
+}  // namespace doctor

@@ -1,5 +1,5 @@
-#ifndef KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_CHECKLIST_H_
-#define KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_CHECKLIST_H_
+#ifndef KORVIXSDK_TOOLS_DOCTOR_CHECKLIST_H_
+#define KORVIXSDK_TOOLS_DOCTOR_CHECKLIST_H_
 
 #include <functional>
 #include <initializer_list>
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace update_host::doctor {
+namespace doctor {
 
 /// In the order of badness, but for the last.
 enum class Status { kPass, kWarn, kFail, kNotTried };
@@ -73,6 +73,6 @@ class Checklist {
   std::vector<Check> checks_;
 };
 
-}  // namespace update_host::doctor
+}  // namespace doctor
 
-#endif  // KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_CHECKLIST_H_
+#endif  // KORVIXSDK_TOOLS_DOCTOR_CHECKLIST_H_

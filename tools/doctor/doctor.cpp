@@ -7,7 +7,7 @@
 #include "doctor/service_checks.h"
 #include "doctor/subject.h"
 
-namespace update_host::doctor {
+namespace doctor {
 
 int Run(const Options& options, std::ostream& out) {
   Subject subject(options);
@@ -24,4 +24,4 @@ int Run(const Options& options, std::ostream& out) {
   return checklist.HasFailure() ? kSomethingFailed : 0;
 }
 
-}  // namespace update_host::doctor
+}  // namespace doctor

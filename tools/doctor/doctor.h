@@ -1,11 +1,11 @@
-#ifndef KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_DOCTOR_H_
-#define KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_DOCTOR_H_
+#ifndef KORVIXSDK_TOOLS_DOCTOR_DOCTOR_H_
+#define KORVIXSDK_TOOLS_DOCTOR_DOCTOR_H_
 
 #include <ostream>
 
-#include "options.h"
+#include "doctor/options.h"
 
-namespace update_host::doctor {
+namespace doctor {
 
 /// The exit status when a line is "fail": none of the library's codes.
 constexpr int kSomethingFailed = 12;
@@ -14,6 +14,6 @@ constexpr int kSomethingFailed = 12;
 /// \return the exit status: 0 when no line is "fail".
 int Run(const Options& options, std::ostream& out);
 
-}  // namespace update_host::doctor
+}  // namespace doctor
 
-#endif  // KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_DOCTOR_H_
+#endif  // KORVIXSDK_TOOLS_DOCTOR_DOCTOR_H_

@@ -3,7 +3,7 @@
 #include <exception>
 #include <memory>
 
-namespace update_host::doctor {
+namespace doctor {
 namespace {
 
 constexpr long kConnectSeconds = 10;
@@ -142,4 +142,4 @@ std::string RequestUrl(std::string base, const std::string& path,
   return url;
 }
 
-}  // namespace update_host::doctor
+}  // namespace doctor

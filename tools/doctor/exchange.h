@@ -1,5 +1,5 @@
-#ifndef KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_EXCHANGE_H_
-#define KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_EXCHANGE_H_
+#ifndef KORVIXSDK_TOOLS_DOCTOR_EXCHANGE_H_
+#define KORVIXSDK_TOOLS_DOCTOR_EXCHANGE_H_
 
 #include <curl/curl.h>
 
@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace update_host::doctor {
+namespace doctor {
 
 /// libcurl's words for a failure, with what it knows beyond them.
 struct Failure {
@@ -51,6 +51,6 @@ Exchange Get(const std::string& url, long connect_seconds, long seconds);
 std::string RequestUrl(std::string base, const std::string& path,
                        const std::vector<std::pair<std::string, std::string>>& query);
 
-}  // namespace update_host::doctor
+}  // namespace doctor
 
-#endif  // KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_EXCHANGE_H_
+#endif  // KORVIXSDK_TOOLS_DOCTOR_EXCHANGE_H_

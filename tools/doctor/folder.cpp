@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <system_error>
 
-namespace update_host::doctor {
+namespace doctor {
 
 std::string Entry(const std::string& folder, const std::string& name) {
   return folder + static_cast<char>(std::filesystem::path::preferred_separator) + name;
@@ -27,4 +27,4 @@ void Remove(const std::string& path) try {
 } catch (const std::exception&) {
 }
 
-}  // namespace update_host::doctor
+}  // namespace doctor

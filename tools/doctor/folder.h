@@ -1,11 +1,11 @@
-#ifndef KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_FOLDER_H_
-#define KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_FOLDER_H_
+#ifndef KORVIXSDK_TOOLS_DOCTOR_FOLDER_H_
+#define KORVIXSDK_TOOLS_DOCTOR_FOLDER_H_
 
 #include <cstdint>
 #include <optional>
 #include <string>
 
-namespace update_host::doctor {
+namespace doctor {
 
 /// An entry of a folder, both in the encoding of `SDKConfig::cache_dir`.
 std::string Entry(const std::string& folder, const std::string& name);
@@ -16,6 +16,6 @@ std::optional<std::uint64_t> FreeSpace(const std::string& folder);
 /// Removes a file, or a folder with all it holds, as far as that is possible.
 void Remove(const std::string& path);
 
-}  // namespace update_host::doctor
+}  // namespace doctor
 
-#endif  // KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_FOLDER_H_
+#endif  // KORVIXSDK_TOOLS_DOCTOR_FOLDER_H_

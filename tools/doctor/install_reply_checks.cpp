@@ -7,13 +7,12 @@
 #include <system_error>
 
 #include "doctor/json_object.h"
+#include "network/service_code.h"
 
-namespace update_host::doctor {
+namespace doctor {
 namespace {
 
 constexpr int kDeepestNesting = 64;
-constexpr std::int32_t kAccepted = 400;
-constexpr std::int32_t kAlsoAccepted = 401;
 /// Seconds would reach this in the year 5138; milliseconds passed it in 1973.
 constexpr std::int64_t kLikelyMilliseconds = 100'000'000'000;
 
@@ -111,7 +110,8 @@ Check CheckAgreement(const InstallReply& reply) {
   if (!reply.code || !reply.allowed) {
     return NotTried("install.agreement", "\"code\" and \"allowed\" cannot be read");
   }
-  const bool accepting = *reply.code == kAccepted || *reply.code == kAlsoAccepted;
+  const bool accepting =
+      *reply.code == korvixsdk::kServiceAccepted || *reply.code == korvixsdk::kServiceAlsoAccepted;
   const std::string code = std::to_string(*reply.code);
   Findings findings;
   if (accepting != *reply.allowed) {
@@ -163,4 +163,4 @@ std::vector<Check> CheckInstallReply(std::string_view body) {
   return checks;
 }
 
-}  // namespace update_host::doctor
+}  // namespace doctor

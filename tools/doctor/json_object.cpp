@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-namespace update_host::doctor {
+namespace doctor {
 namespace {
 
 constexpr std::string_view kWhiteSpace = " \t\r\n";
@@ -130,4 +130,4 @@ std::optional<std::string> TextOf(const std::string& raw) {
   return value.get<std::string>();
 }
 
-}  // namespace update_host::doctor
+}  // namespace doctor

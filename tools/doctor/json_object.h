@@ -1,5 +1,5 @@
-#ifndef KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_JSON_OBJECT_H_
-#define KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_JSON_OBJECT_H_
+#ifndef KORVIXSDK_TOOLS_DOCTOR_JSON_OBJECT_H_
+#define KORVIXSDK_TOOLS_DOCTOR_JSON_OBJECT_H_
 
 #include <cstddef>
 #include <optional>
@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace update_host::doctor {
+namespace doctor {
 
 /// A member of the outermost object, and where it stands in the text.
 struct JsonMember {
@@ -45,6 +45,6 @@ std::string Readable(std::string_view text);
 /// The content of a raw value that is a text.
 std::optional<std::string> TextOf(const std::string& raw);
 
-}  // namespace update_host::doctor
+}  // namespace doctor
 
-#endif  // KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_JSON_OBJECT_H_
+#endif  // KORVIXSDK_TOOLS_DOCTOR_JSON_OBJECT_H_

@@ -1,18 +1,14 @@
-#ifndef KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_LOOSE_LOOKUP_H_
-#define KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_LOOSE_LOOKUP_H_
-
-#include <korvixsdk/korvixsdk.h>
+#ifndef KORVIXSDK_TOOLS_DOCTOR_LOOSE_LOOKUP_H_
+#define KORVIXSDK_TOOLS_DOCTOR_LOOSE_LOOKUP_H_
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
-namespace update_host::doctor {
+namespace doctor {
 
-/// What the library takes for a member of an update reply. Its rules once more, so that the doctor
-/// can say where in a reply the library looks; that both read the same is checked at every run.
+/// What the library takes for a member of an update reply, and where in the reply it looks.
 struct LooseValue {
   std::string text{};
   /// Of the quotation mark before the name.
@@ -23,12 +19,6 @@ struct LooseValue {
 
 std::optional<LooseValue> LookUpLoosely(std::string_view reply, std::string_view name);
 
-/// The code that counts: the reply's where it is of digits only, otherwise 400.
-std::int32_t LooseCode(std::string_view reply);
+}  // namespace doctor
 
-/// The offer as the library's network client reads it, before versions are compared.
-korvixsdk::UpdateInfo ReadOffer(std::string_view reply);
-
-}  // namespace update_host::doctor
-
-#endif  // KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_LOOSE_LOOKUP_H_
+#endif  // KORVIXSDK_TOOLS_DOCTOR_LOOSE_LOOKUP_H_

@@ -8,7 +8,7 @@
 
 #include "doctor/folder.h"
 
-namespace update_host::doctor {
+namespace doctor {
 namespace {
 
 using korvixsdk::Error;
@@ -176,4 +176,4 @@ void CheckMachine(Subject& subject, Checklist& checklist) {
   CheckIdentity(subject, checklist);
 }
 
-}  // namespace update_host::doctor
+}  // namespace doctor

@@ -1,5 +1,5 @@
-#ifndef KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_MACHINE_CHECKS_H_
-#define KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_MACHINE_CHECKS_H_
+#ifndef KORVIXSDK_TOOLS_DOCTOR_MACHINE_CHECKS_H_
+#define KORVIXSDK_TOOLS_DOCTOR_MACHINE_CHECKS_H_
 
 #include <cstdint>
 #include <string>
@@ -8,7 +8,7 @@
 #include "doctor/checklist.h"
 #include "doctor/subject.h"
 
-namespace update_host::doctor {
+namespace doctor {
 
 /// Everything that needs no network: the checks library.version to device-id.stable. Initialises
 /// the subject's facade.
@@ -23,6 +23,6 @@ Check CheckSources(const korvixsdk::Result<std::vector<std::string>>& sources, b
 /// device-id.value.
 Check CheckDeviceId(const korvixsdk::Result<std::string>& id);
 
-}  // namespace update_host::doctor
+}  // namespace doctor
 
-#endif  // KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_MACHINE_CHECKS_H_
+#endif  // KORVIXSDK_TOOLS_DOCTOR_MACHINE_CHECKS_H_

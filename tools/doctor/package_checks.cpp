@@ -8,7 +8,7 @@
 #include "doctor/folder.h"
 #include "doctor/package_name.h"
 
-namespace update_host::doctor {
+namespace doctor {
 namespace {
 
 using korvixsdk::PreparedUpdate;
@@ -143,4 +143,4 @@ void CheckPackage(Subject& subject, UpdateInfo offer, Checklist& checklist) {
   }
 }
 
-}  // namespace update_host::doctor
+}  // namespace doctor

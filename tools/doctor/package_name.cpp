@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <string_view>
 
-#include "offer_check.h"
+#include "update/package_path.h"
 
-namespace update_host::doctor {
+namespace doctor {
 namespace {
 
 /// Of UTF-16 units on Windows and of bytes on Linux; bytes are never fewer.
@@ -88,7 +88,7 @@ std::string Shown(const std::string& name) {
 }  // namespace
 
 Check CheckPackageName(const std::string& address) {
-  const std::string name = offer_check::PackageName(address);
+  const std::string name = korvixsdk::PackageFileName(address);
   Findings findings;
   CheckCharacters(name, findings);
   CheckWhole(name, findings);
@@ -97,4 +97,4 @@ Check CheckPackageName(const std::string& address) {
   return check;
 }
 
-}  // namespace update_host::doctor
+}  // namespace doctor

@@ -1,16 +1,16 @@
-#ifndef KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_PACKAGE_NAME_H_
-#define KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_PACKAGE_NAME_H_
+#ifndef KORVIXSDK_TOOLS_DOCTOR_PACKAGE_NAME_H_
+#define KORVIXSDK_TOOLS_DOCTOR_PACKAGE_NAME_H_
 
 #include <string>
 
 #include "doctor/checklist.h"
 
-namespace update_host::doctor {
+namespace doctor {
 
 /// package.name: whether the name under which the library stores the package of this address is a
 /// file's name on Windows, wherever the doctor runs, as one reply goes to all machines.
 Check CheckPackageName(const std::string& address);
 
-}  // namespace update_host::doctor
+}  // namespace doctor
 
-#endif  // KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_PACKAGE_NAME_H_
+#endif  // KORVIXSDK_TOOLS_DOCTOR_PACKAGE_NAME_H_

@@ -5,9 +5,9 @@
 #include <iomanip>
 #include <nlohmann/json.hpp>
 
-#include "printable.h"
+#include "doctor/printable.h"
 
-namespace update_host::doctor {
+namespace doctor {
 namespace {
 
 constexpr int kStatusWidth = 9;
@@ -53,4 +53,4 @@ void PrintJson(const std::vector<Check>& checks, std::ostream& out) {
   out << Dump(list, 2) << std::endl;
 }
 
-}  // namespace update_host::doctor
+}  // namespace doctor

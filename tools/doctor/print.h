@@ -1,12 +1,12 @@
-#ifndef KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_PRINT_H_
-#define KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_PRINT_H_
+#ifndef KORVIXSDK_TOOLS_DOCTOR_PRINT_H_
+#define KORVIXSDK_TOOLS_DOCTOR_PRINT_H_
 
 #include <ostream>
 #include <vector>
 
 #include "doctor/checklist.h"
 
-namespace update_host::doctor {
+namespace doctor {
 
 /// One line for people, and a second one with the remedy where there is one.
 void PrintLine(const Check& check, std::ostream& out);
@@ -17,6 +17,6 @@ void PrintSummary(const std::vector<Check>& checks, std::ostream& out);
 /// All lines for programs: a list of {id, title, status, reason, remedy, milliseconds}.
 void PrintJson(const std::vector<Check>& checks, std::ostream& out);
 
-}  // namespace update_host::doctor
+}  // namespace doctor
 
-#endif  // KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_PRINT_H_
+#endif  // KORVIXSDK_TOOLS_DOCTOR_PRINT_H_

@@ -6,10 +6,10 @@
 #include "doctor/address_checks.h"
 #include "doctor/exchange.h"
 #include "doctor/install_reply_checks.h"
-#include "doctor/loose_lookup.h"
 #include "doctor/update_reply_checks.h"
+#include "network/update_check_endpoint.h"
 
-namespace update_host::doctor {
+namespace doctor {
 namespace {
 
 using korvixsdk::Result;
@@ -115,7 +115,7 @@ UpdateInfo CheckUpdateByDoctor(const Subject& subject, Checklist& checklist) {
     return {};
   }
   checklist.Add(CheckUpdateReply(exchange.body));
-  return ReadOffer(exchange.body);
+  return korvixsdk::ReadUpdateReply(exchange.body);
 }
 
 /// The first member in which two offers differ; empty when they do not.
@@ -199,4 +199,4 @@ UpdateInfo CheckService(Subject& subject, Checklist& checklist) {
   return mock ? check.value : offer;
 }
 
-}  // namespace update_host::doctor
+}  // namespace doctor

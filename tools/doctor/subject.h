@@ -1,14 +1,14 @@
-#ifndef KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_SUBJECT_H_
-#define KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_SUBJECT_H_
+#ifndef KORVIXSDK_TOOLS_DOCTOR_SUBJECT_H_
+#define KORVIXSDK_TOOLS_DOCTOR_SUBJECT_H_
 
 #include <korvixsdk/korvixsdk.h>
 
 #include <memory>
 #include <string>
 
-#include "options.h"
+#include "doctor/options.h"
 
-namespace update_host::doctor {
+namespace doctor {
 
 /// What is examined: a host with these options, and its facade.
 struct Subject {
@@ -39,6 +39,6 @@ inline std::string Describe(const korvixsdk::Error& error) {
 constexpr char kNoFacade[] = "the library could not be started";
 constexpr char kMockReason[] = "mock:// is answered inside the library";
 
-}  // namespace update_host::doctor
+}  // namespace doctor
 
-#endif  // KORVIXSDK_EXAMPLES_UPDATE_HOST_DOCTOR_SUBJECT_H_
+#endif  // KORVIXSDK_TOOLS_DOCTOR_SUBJECT_H_

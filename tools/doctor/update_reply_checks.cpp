@@ -8,11 +8,15 @@
 
 #include "doctor/json_object.h"
 #include "doctor/loose_lookup.h"
+#include "network/json_member_lookup.h"
+#include "network/service_code.h"
+#include "network/update_check_endpoint.h"
 
-namespace update_host::doctor {
+namespace doctor {
 namespace {
 
-constexpr std::int32_t kAccepted = 400;
+using korvixsdk::kServiceAccepted;
+
 constexpr std::size_t kDigestLength = 64;
 
 enum class Kind { kText, kFlag, kCode };
@@ -154,7 +158,7 @@ void CheckCodeType(const std::string& raw, Findings& findings) {
   const std::string text = StrictText(raw);
   if (!text.empty() && text.find_first_not_of("0123456789") == std::string::npos) {
     if (raw.front() == '"') findings.Warn("\"code\" is a text", "Send \"code\" as an integer");
-    if (std::to_string(LooseCode("{\"code\":" + text + "}")) == text) return;
+    if (korvixsdk::IntFromToken(text)) return;
   }
   findings.Fail("\"code\" is " + Quoted(text) + ", which counts as 400",
                 "Send \"code\" as an integer of digits only");
@@ -211,13 +215,13 @@ void CheckVersionText(const char* name, const std::string& version, Findings& fi
 
 Check CheckAnswer(std::string_view reply, const korvixsdk::UpdateInfo& offer) {
   Findings findings;
-  const std::int32_t code = LooseCode(reply);
-  if (code != kAccepted) {
+  const std::int32_t code = korvixsdk::FindJsonInt(reply, "code").value_or(kServiceAccepted);
+  if (code != kServiceAccepted) {
     findings.Warn(
         "the service rejects the check with code " + std::to_string(code) + ": " + offer.message,
         "Look at the service's rules for this product, version and machine");
   }
-  if (code != kAccepted && !offer.latest_version.empty()) {
+  if (code != kServiceAccepted && !offer.latest_version.empty()) {
     findings.Warn("it offers version " + offer.latest_version + " all the same, which hosts take",
                   "Send no version to whom the service rejects");
   }
@@ -257,7 +261,7 @@ Check CheckDigest(const korvixsdk::UpdateInfo& offer) {
 std::vector<Check> CheckUpdateReply(std::string_view body) {
   const std::string reply = Readable(body);
   const JsonObject object = ReadJsonObject(reply);
-  const korvixsdk::UpdateInfo offer = ReadOffer(body);
+  const korvixsdk::UpdateInfo offer = korvixsdk::ReadUpdateReply(std::string(body));
   std::vector<Check> checks = {CheckJson(body, object)};
   if (object.problem.empty()) {
     checks.push_back(CheckLookup(reply, object));
@@ -273,4 +277,4 @@ std::vector<Check> CheckUpdateReply(std::string_view body) {
   return checks;
 }
 
-}  // namespace update_host::doctor
+}  // namespace doctor

@@ -7,7 +7,7 @@
 
 #include "programs/doctor/find_check.h"
 
-namespace update_host::doctor {
+namespace doctor {
 namespace {
 
 Connection FailedWith(CURLcode code, const std::string& peer) {
@@ -113,4 +113,4 @@ TEST(AddressChecks, TellTheResultOfAVerification) {
 }
 
 }  // namespace
-}  // namespace update_host::doctor
+}  // namespace doctor

@@ -14,9 +14,9 @@
 namespace korvixsdk::test {
 namespace {
 
-using update_host::doctor::AllCheckIds;
-using update_host::doctor::kSomethingFailed;
-using update_host::doctor::TitleOf;
+using doctor::AllCheckIds;
+using doctor::kSomethingFailed;
+using doctor::TitleOf;
 
 struct BrokenService {
   const char* what;

@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "doctor/doctor.h"
-#include "options.h"
+#include "doctor/options.h"
 
 namespace korvixsdk::test {
 namespace {
@@ -26,7 +26,7 @@ nlohmann::json Examination::Line(const std::string& id) const {
 
 Examination Examine(const TempFolder& folder, const std::string& address,
                     const std::vector<std::string>& options) {
-  std::vector<std::string> arguments = {"update_host",
+  std::vector<std::string> arguments = {"korvix-doctor",
                                         "--product",
                                         "editor",
                                         "--version",
@@ -37,21 +37,20 @@ Examination Examine(const TempFolder& folder, const std::string& address,
                                         address,
                                         "--fallback-id",
                                         folder.Entry("device-id"),
-                                        "--json",
-                                        "doctor"};
+                                        "--json"};
   arguments.insert(arguments.end(), options.begin(), options.end());
   std::vector<char*> texts;
   for (std::string& argument : arguments) texts.push_back(argument.data());
 
   Examination examination;
-  const std::optional<update_host::Options> read = update_host::ReadOptions(
-      static_cast<int>(texts.size()), texts.data(), &examination.exit_status);
-  if (!read || read->command != update_host::Command::kDoctor) {
+  const std::optional<doctor::Options> read =
+      doctor::ReadOptions(static_cast<int>(texts.size()), texts.data(), &examination.exit_status);
+  if (!read) {
     ADD_FAILURE() << "the command line was not taken";
     return examination;
   }
   std::ostringstream out;
-  examination.exit_status = update_host::doctor::Run(*read, out);
+  examination.exit_status = doctor::Run(*read, out);
   examination.lines = nlohmann::json::parse(out.str());
   return examination;
 }

@@ -10,7 +10,7 @@
 
 namespace korvixsdk::test {
 
-/// What `update_host --json doctor` printed.
+/// What `korvix-doctor --json` printed.
 struct Examination {
   int exit_status = 0;
   nlohmann::json lines{};

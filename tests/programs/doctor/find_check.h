@@ -9,7 +9,7 @@
 
 #include "doctor/checklist.h"
 
-namespace update_host::doctor {
+namespace doctor {
 
 inline void PrintTo(Status status, std::ostream* out) { *out << StatusText(status); }
 
@@ -46,6 +46,6 @@ inline bool AllPass(const std::vector<Check>& checks) {
   return !checks.empty();
 }
 
-}  // namespace update_host::doctor
+}  // namespace doctor
 
 #endif  // KORVIXSDK_TESTS_PROGRAMS_DOCTOR_FIND_CHECK_H_

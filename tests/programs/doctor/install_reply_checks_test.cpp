@@ -7,7 +7,7 @@
 
 #include "programs/doctor/find_check.h"
 
-namespace update_host::doctor {
+namespace doctor {
 namespace {
 
 constexpr char kSound[] = R"({"code": 400, "allowed": true, "success": true, "msg": "Welcome", )"
@@ -123,4 +123,4 @@ TEST(InstallReplyChecks, TellOfARejectionAndOfMilliseconds) {
 }
 
 }  // namespace
-}  // namespace update_host::doctor
+}  // namespace doctor

@@ -7,7 +7,7 @@
 
 #include "programs/doctor/find_check.h"
 
-namespace update_host::doctor {
+namespace doctor {
 namespace {
 
 using korvixsdk::Error;
@@ -56,4 +56,4 @@ TEST(MachineChecks, TellWhereTheIdentifierComesFrom) {
 }
 
 }  // namespace
-}  // namespace update_host::doctor
+}  // namespace doctor

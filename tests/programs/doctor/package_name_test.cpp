@@ -6,7 +6,7 @@
 
 #include "programs/doctor/find_check.h"
 
-namespace update_host::doctor {
+namespace doctor {
 namespace {
 
 TEST(PackageName, PassesWhenPlain) {
@@ -60,4 +60,4 @@ TEST(PackageName, WarnsOfWhatMaySurprise) {
 }
 
 }  // namespace
-}  // namespace update_host::doctor
+}  // namespace doctor

@@ -7,7 +7,7 @@
 
 #include "programs/doctor/find_check.h"
 
-namespace update_host::doctor {
+namespace doctor {
 namespace {
 
 const std::string kDigest = "25967fb5be05c8fdc451e754115e0e99fe165398e585b480b59a5c69428b1e16";
@@ -145,4 +145,4 @@ TEST(UpdateReplyChecks, JudgeTheDigest) {
 }
 
 }  // namespace
-}  // namespace update_host::doctor
+}  // namespace doctor
