@@ -1,5 +1,6 @@
 #include "file_logger.h"
 
+#include <korvixsdk/version.h>
 #include <spdlog/sinks/rotating_file_sink.h>
 #include <spdlog/spdlog.h>
 
@@ -31,6 +32,16 @@ void Write(spdlog::logger& log, spdlog::level::level_enum level,
   }
 }
 
+/// An address may hold a user's name and password, which are nobody's business.
+std::string WithoutUser(std::string address) {
+  const std::size_t slashes = address.find("//");
+  if (slashes == std::string::npos) return address;
+  const std::size_t host = slashes + 2;
+  const std::size_t at = address.substr(0, address.find_first_of("/?#", host)).rfind('@');
+  if (at != std::string::npos && at >= host) address.erase(host, at + 1 - host);
+  return address;
+}
+
 }  // namespace
 
 korvixsdk::Result<std::shared_ptr<FileLogger>> FileLogger::Open(const std::string& path) try {
@@ -57,5 +68,9 @@ void FileLogger::LogWarning(const std::string& message) {
 }
 
 void FileLogger::LogError(const std::string& message) { Write(*log_, spdlog::level::err, message); }
+
+void LogStart(korvixsdk::ILogger& logger, const korvixsdk::SDKConfig& config) {
+  logger.LogInfo("KorvixSDK " KORVIXSDK_VERSION ", service " + WithoutUser(config.server_base_url));
+}
 
 }  // namespace custom_logger

@@ -32,6 +32,10 @@ class FileLogger final : public korvixsdk::ILogger {
   std::shared_ptr<spdlog::logger> log_;
 };
 
+/// Logs what a reader of the lines asks first: the version of the library that the host was built
+/// with, and the service's address, without a user's name. To be called before `Init`.
+void LogStart(korvixsdk::ILogger& logger, const korvixsdk::SDKConfig& config);
+
 }  // namespace custom_logger
 
 #endif  // KORVIXSDK_EXAMPLES_CUSTOM_LOGGER_FILE_LOGGER_H_

@@ -53,6 +53,7 @@ int main(int argc, char** argv) {
   config.version = "1.4.0";
   config.cache_dir = argv[3];
   config.server_base_url = argv[4];
-  config.logger = logger.value;  // In use from the first line that `Init` writes.
+  config.logger = logger.value;
+  custom_logger::LogStart(*config.logger, config);
   return Run(config);
 }
