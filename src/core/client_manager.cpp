@@ -3,15 +3,13 @@
 #include <utility>
 
 #include "core/default_client_service.h"
+#include "platform/fail.h"
 #include "platform/or_else.h"
 
 namespace korvixsdk {
 namespace {
 
-template <typename T>
-Result<T> NotInitialized() {
-  return {{}, Error{kInvalidState, "ClientManager is not initialized"}};
-}
+Failure NotInitialized() { return Fail(kInvalidState, "ClientManager is not initialized"); }
 
 }  // namespace
 
@@ -39,15 +37,15 @@ Error ClientManager::Init(const ClientManagerConfig& config) {
 }
 
 Result<std::string> ClientManager::GetDeviceId() {
-  return initialized_ && sdk_ ? sdk_->GetDeviceId() : NotInitialized<std::string>();
+  return initialized_ && sdk_ ? sdk_->GetDeviceId() : NotInitialized();
 }
 
 Result<ServerResult> ClientManager::ReportInstall() {
-  return initialized_ && sdk_ ? sdk_->ReportInstall() : NotInitialized<ServerResult>();
+  return initialized_ && sdk_ ? sdk_->ReportInstall() : NotInitialized();
 }
 
 Result<UpdateInfo> ClientManager::CheckForUpdateLinkOnly() {
-  return initialized_ && sdk_ ? sdk_->CheckForUpdate() : NotInitialized<UpdateInfo>();
+  return initialized_ && sdk_ ? sdk_->CheckForUpdate() : NotInitialized();
 }
 
 }  // namespace korvixsdk

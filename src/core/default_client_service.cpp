@@ -8,6 +8,7 @@
 #include "network/default_network_client.h"
 #include "network/http_transport.h"
 #include "platform/error_text.h"
+#include "platform/fail.h"
 #include "platform/fallback_id_file.h"
 #include "platform/native_path.h"
 #include "platform/or_else.h"
@@ -53,11 +54,11 @@ Error DefaultClientService::Init(const SDKConfig& config) {
 Error DefaultClientService::CheckAndAdopt(const SDKConfig& config) {
   if (const char* const missing = MissingField(config)) {
     LogError({"Init failed: ", missing});
-    return Error{kInvalidArgument, missing};
+    return Fail(kInvalidArgument, missing);
   }
   if (!services_ || !services_->time_provider) {
     LogError({"Init failed: required services are not configured"});
-    return Error{kInvalidState, "Required services are not configured"};
+    return Fail(kInvalidState, "Required services are not configured");
   }
   SDKConfig copy = config;
   SetDefaultFallbackIdPath(config.fallback_device_id_path);
@@ -96,7 +97,7 @@ Result<ServerResult> DefaultClientService::ReportInstall() {
   Result<ServerResult> result;
   if (!IsInitialized(&result.error)) return result;
   if (!services_ || !services_->network_client) {
-    return {{}, Error{kInvalidState, kNoNetworkClient}};
+    return Fail(kInvalidState, kNoNetworkClient);
   }
   Result<std::string> device_id = ResolveDeviceId();
   if (!device_id.ok()) return {{}, std::move(device_id.error)};
@@ -159,7 +160,7 @@ Result<PreparedUpdate> DefaultClientService::PrepareUpdate(const UpdateInfo& inf
   Result<PreparedUpdate> result;
   if (!IsInitialized(&result.error)) return result;
   if (!services_ || !services_->update_package_service) {
-    return {{}, Error{kInvalidState, kNoPackageService}};
+    return Fail(kInvalidState, kNoPackageService);
   }
   result = CallService(kPackageService, [&] {
     return services_->update_package_service->Prepare(info, config_.cache_dir);
@@ -179,7 +180,7 @@ Error DefaultClientService::LaunchPreparedUpdate(const PreparedUpdate& prepared,
   Error error;
   if (!IsInitialized(&error)) return error;
   if (!services_ || !services_->update_package_service) {
-    return Error{kInvalidState, kNoPackageService};
+    return Fail(kInvalidState, kNoPackageService);
   }
   error = CallService(kPackageService, [&] {
     return services_->update_package_service->Launch(prepared, updater_path);
@@ -199,7 +200,7 @@ std::string DefaultClientService::GetLastError() const {
 
 bool DefaultClientService::IsInitialized(Error* error) const {
   if (initialized_) return true;
-  if (error != nullptr) *error = Error{kInvalidState, "KorvixSDK is not initialized"};
+  if (error != nullptr) *error = Fail(kInvalidState, "KorvixSDK is not initialized");
   return false;
 }
 
@@ -210,7 +211,7 @@ Result<std::string> DefaultClientService::ResolveDeviceId() {
     if (!device_id.ok()) return {{}, std::move(device_id.error)};
     if (!device_id.value.empty()) return device_id;
   }
-  return {{}, Error{kInvalidState, "Device id provider is not configured"}};
+  return Fail(kInvalidState, "Device id provider is not configured");
 }
 
 Result<bool> DefaultClientService::IsNewer(const std::string& version) const {

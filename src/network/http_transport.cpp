@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "network/curl_handle.h"
+#include "platform/fail.h"
 
 namespace korvixsdk {
 namespace {
@@ -10,12 +11,8 @@ namespace {
 constexpr long kConnectTimeoutSeconds = 10;
 constexpr long kTimeoutSeconds = 20;
 
-HttpResponse Failure(ErrorCode code, std::string message) {
-  return HttpResponse{{}, Error{code, std::move(message)}};
-}
-
 Error TransferError(CURLcode code) {
-  return Error{kNetworkError, std::string("HTTP request failed: ") + curl_easy_strerror(code)};
+  return Fail(kNetworkError, std::string("HTTP request failed: ") + curl_easy_strerror(code));
 }
 
 std::size_t CollectBody(char* data, std::size_t size, std::size_t count, void* body) noexcept {
@@ -32,7 +29,7 @@ HttpResponse PerformGet(const std::string& server_base_url, std::string_view pat
   {
     const CurlHandle handle = MakeCurlHandle();
     Result<std::string> url = BuildUrl(handle, server_base_url, path, params);
-    if (!url.ok()) return HttpResponse{{}, std::move(url.error)};
+    if (!url.ok()) return {{}, std::move(url.error)};
     CURLcode result = CurlOptions(handle)
                           .SetUrl(url.value)
                           .Set(CURLOPT_FOLLOWLOCATION, 1L)
@@ -42,13 +39,13 @@ HttpResponse PerformGet(const std::string& server_base_url, std::string_view pat
                           .Set(CURLOPT_WRITEDATA, &response.body)
                           .result();
     if (result == CURLE_OK) result = curl_easy_perform(handle.get());
-    if (result != CURLE_OK) return HttpResponse{{}, TransferError(result)};
+    if (result != CURLE_OK) return {{}, TransferError(result)};
     status = HttpStatus(handle);
   }
   if (!IsSuccessStatus(status)) {
-    return Failure(kNetworkError, "HTTP status is not successful: " + std::to_string(status));
+    return {{}, Fail(kNetworkError, "HTTP status is not successful: " + std::to_string(status))};
   }
-  if (response.body.empty()) return Failure(kInvalidResponse, "HTTP response body is empty");
+  if (response.body.empty()) return {{}, Fail(kInvalidResponse, "HTTP response body is empty")};
   return response;
 }
 
@@ -56,9 +53,9 @@ Error TransportOutOfMemoryError() { return TransferError(CURLE_OUT_OF_MEMORY); }
 
 Error TransportUnavailableError(const std::string& server_base_url) {
   if (server_base_url.empty()) {
-    return Error{kNetworkError, "Network client is not configured with server_base_url"};
+    return Fail(kNetworkError, "Network client is not configured with server_base_url");
   }
-  return Error{kNetworkError, "Network request failed because the transport is unavailable"};
+  return Fail(kNetworkError, "Network request failed because the transport is unavailable");
 }
 
 }  // namespace korvixsdk

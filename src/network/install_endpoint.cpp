@@ -6,6 +6,7 @@
 #include "network/json_reader.h"
 #include "network/service_code.h"
 #include "network/wall_clock.h"
+#include "platform/fail.h"
 
 namespace korvixsdk {
 namespace {
@@ -41,7 +42,7 @@ Result<ServerResult> SendInstallReport(const std::string& server_base_url,
 Result<ServerResult> ReadInstallReply(const std::string& body) {
   ResponseEnvelope envelope = ReadResponseEnvelope(body);
   if (!IsConsistent(envelope)) {
-    return {{}, Error{kInvalidResponse, "invalid JSON or install response schema"}};
+    return Fail(kInvalidResponse, "invalid JSON or install response schema");
   }
   ServerResult result;
   result.code = *envelope.code;

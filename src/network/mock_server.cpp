@@ -4,6 +4,7 @@
 #include "network/service_code.h"
 #include "network/wall_clock.h"
 #include "platform/ascii.h"
+#include "platform/fail.h"
 
 namespace korvixsdk {
 namespace {
@@ -59,7 +60,7 @@ Result<ServerResult> MockReportInstall(const std::string& server_base_url,
     case MockMode::kOffline:
       return {{}, TransportUnavailableError(server_base_url)};
     case MockMode::kInvalid:
-      return {{}, Error{kInvalidResponse, "Mock install response is invalid"}};
+      return Fail(kInvalidResponse, "Mock install response is invalid");
     case MockMode::kReject:
       return {InstallAnswer(false, kMockRejected, "Mock server rejected install tracking request"),
               Error{}};
@@ -79,13 +80,13 @@ Result<UpdateInfo> MockCheckForUpdate(const std::string& server_base_url,
     case MockMode::kOffline:
       return {{}, TransportUnavailableError(server_base_url)};
     case MockMode::kInvalid:
-      return {{}, Error{kInvalidResponse, "Mock update response is invalid"}};
+      return Fail(kInvalidResponse, "Mock update response is invalid");
     case MockMode::kReject:
     case MockMode::kNormal:
       break;
   }
   if (request.product_id.empty() || request.version.empty()) {
-    return {{}, Error{kInvalidArgument, "Mock update request is missing required fields"}};
+    return Fail(kInvalidArgument, "Mock update request is missing required fields");
   }
   return {CannedOffer(request.version), Error{}};
 }

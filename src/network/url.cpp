@@ -3,6 +3,7 @@
 #include <climits>
 #include <memory>
 
+#include "platform/fail.h"
 #include "platform/or_else.h"
 
 namespace korvixsdk {
@@ -20,8 +21,6 @@ CurlText PercentEncode(const CurlHandle& handle, std::string_view value) {
   if (value.size() > INT_MAX) return nullptr;
   return CurlText(curl_easy_escape(handle.get(), value.data(), static_cast<int>(value.size())));
 }
-
-Result<std::string> NotEncoded() { return {{}, Error{kNetworkError, kNotEncoded}}; }
 
 Result<std::string> Assemble(const CurlHandle& handle, const std::string& server_base_url,
                              std::string_view path, const QueryParameters& params) {
@@ -41,7 +40,7 @@ Result<std::string> Assemble(const CurlHandle& handle, const std::string& server
     separator = '&';
     if (value.empty()) continue;  // To libcurl a length of zero means "up to the zero byte".
     const CurlText encoded = PercentEncode(handle, value);
-    if (!encoded) return NotEncoded();
+    if (!encoded) return Fail(kNetworkError, kNotEncoded);
     url += encoded.get();
   }
   return {std::move(url), Error{}};
@@ -51,9 +50,9 @@ Result<std::string> Assemble(const CurlHandle& handle, const std::string& server
 
 Result<std::string> BuildUrl(const CurlHandle& handle, const std::string& server_base_url,
                              std::string_view path, const QueryParameters& params) {
-  if (!handle) return {{}, Error{kNetworkError, "Failed to initialize libcurl"}};
+  if (!handle) return Fail(kNetworkError, "Failed to initialize libcurl");
   return OrElse([&] { return Assemble(handle, server_base_url, path, params); },
-                [](const char*) { return NotEncoded(); });
+                [](const char*) { return Fail(kNetworkError, kNotEncoded); });
 }
 
 }  // namespace korvixsdk

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "platform/error_text.h"
+#include "platform/fail.h"
 #include "platform/native_file.h"
 #include "platform/native_path.h"
 #include "platform/or_else.h"
@@ -12,8 +13,8 @@
 namespace korvixsdk {
 namespace {
 
-Error FileSystemError(const char* text, const std::string& path) {
-  return ErrorOf(kFileSystemError, {text, path});
+Failure FailAt(const std::string& path, const char* text) {
+  return Failure{ErrorOf(kFileSystemError, {text, path})};
 }
 
 /// A path that does not fit into memory is none.
@@ -34,24 +35,23 @@ Result<std::string> DefaultFileSystemProvider::ReadFile(const std::string& path)
   const FileOutcome outcome =
       native ? ReadWholeFile(*native, result.value) : FileOutcome::kNotOpened;
   if (outcome == FileOutcome::kNotOpened) {
-    result.error = FileSystemError("Failed to open file for read: ", path);
-  } else if (outcome == FileOutcome::kFailed) {
-    result.error = FileSystemError("Failed to read file: ", path);
+    return FailAt(path, "Failed to open file for read: ");
   }
+  if (outcome == FileOutcome::kFailed) return FailAt(path, "Failed to read file: ");
   return result;
 }
 
 Error DefaultFileSystemProvider::WriteFile(const std::string& path, const std::string& content) {
   const std::optional<std::filesystem::path> native = NativePath(path);
-  if (!native) return FileSystemError("Failed to open file for write: ", path);
+  if (!native) return FailAt(path, "Failed to open file for write: ");
   if (!OrElse([&] { return CreateParentDirectories(*native); }, false)) {
-    return FileSystemError("Failed to create parent directories: ", path);
+    return FailAt(path, "Failed to create parent directories: ");
   }
   switch (WriteWholeFile(*native, content)) {
     case FileOutcome::kNotOpened:
-      return FileSystemError("Failed to open file for write: ", path);
+      return FailAt(path, "Failed to open file for write: ");
     case FileOutcome::kFailed:
-      return FileSystemError("Failed to write file: ", path);
+      return FailAt(path, "Failed to write file: ");
     case FileOutcome::kDone:
       break;
   }
@@ -61,7 +61,7 @@ Error DefaultFileSystemProvider::WriteFile(const std::string& path, const std::s
 Error DefaultFileSystemProvider::CreateDirectories(const std::string& path) {
   const std::optional<std::filesystem::path> native = NativePath(path);
   if (!native || !OrElse([&] { return CreateDirectoryChain(*native); }, false)) {
-    return FileSystemError("Failed to create directories: ", path);
+    return FailAt(path, "Failed to create directories: ");
   }
   return Error{};
 }

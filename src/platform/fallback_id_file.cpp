@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/ascii.h"
+#include "platform/fail.h"
 #include "platform/machine_identity.h"
 #include "platform/native_file.h"
 #include "platform/native_path.h"
@@ -26,8 +27,6 @@ std::string& PublishedPath() {
   return path;
 }
 
-Error PlatformError(const char* message) { return Error{kPlatformError, message}; }
-
 /// The stored identifier, whatever its form; empty when there is none to read. Devices and pipes,
 /// whose reading might never end, hold none.
 std::string ReadId(const std::filesystem::path& path) {
@@ -38,15 +37,15 @@ std::string ReadId(const std::filesystem::path& path) {
 }
 
 Error WriteId(const std::optional<std::filesystem::path>& path, const std::string& id) {
-  if (!path || WritingMightNotEnd(*path)) return PlatformError(kNotWritten);
+  if (!path || WritingMightNotEnd(*path)) return Fail(kPlatformError, kNotWritten);
   if (!CreateParentDirectories(*path)) {
-    return PlatformError("Failed to create fallback device id directory");
+    return Fail(kPlatformError, "Failed to create fallback device id directory");
   }
   switch (WriteWholeFile(*path, id)) {
     case FileOutcome::kNotOpened:
-      return PlatformError(kNotWritten);
+      return Fail(kPlatformError, kNotWritten);
     case FileOutcome::kFailed:
-      return PlatformError("Failed to persist fallback device id");
+      return Fail(kPlatformError, "Failed to persist fallback device id");
     case FileOutcome::kDone:
       break;
   }
@@ -56,7 +55,7 @@ Error WriteId(const std::optional<std::filesystem::path>& path, const std::strin
 Result<std::string> StoredOrNewId(const std::string& own_path) {
   const std::string text = own_path.empty() ? DefaultFallbackIdPath() : own_path;
   if (text.empty()) {
-    return {{}, PlatformError("No stable device fingerprint sources are available")};
+    return Fail(kPlatformError, "No stable device fingerprint sources are available");
   }
   const std::optional<std::filesystem::path> path = NativePathFromUtf8(text);
   if (path) {
@@ -65,7 +64,7 @@ Result<std::string> StoredOrNewId(const std::string& own_path) {
   }
 
   const std::string guid = FoldAsciiToLower(NewGuidText());
-  if (guid.empty()) return {{}, PlatformError("Failed to generate fallback device id")};
+  if (guid.empty()) return Fail(kPlatformError, "Failed to generate fallback device id");
   std::string id = kIdPrefix + guid;
   Error written = WriteId(path, id);
   if (!written.ok()) return {{}, std::move(written)};
@@ -86,10 +85,8 @@ std::string DefaultFallbackIdPath() {
 
 Result<std::string> FallbackId(const std::string& path) {
   // A path or a stored text can be so long that memory does not suffice for it.
-  const auto failed = [](const char*) {
-    return Result<std::string>{{}, PlatformError(kNotWritten)};
-  };
-  return OrElse([&] { return StoredOrNewId(path); }, failed);
+  return OrElse([&] { return StoredOrNewId(path); },
+                [](const char*) { return Fail(kPlatformError, kNotWritten); });
 }
 
 }  // namespace korvixsdk

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/ascii.h"
+#include "platform/fail.h"
 #include "platform/fallback_id_file.h"
 #include "platform/machine_identity.h"
 
@@ -18,8 +19,6 @@ constexpr char kComputerNameLabel[] = "computer_name:";
 constexpr std::string_view kSourceSeparator = "|";
 constexpr std::uint64_t kFnvOffset = 0xcbf29ce484222325u;
 constexpr char kFingerprintPrefix[] = "win-";
-
-Error PlatformError(const char* message) { return Error{kPlatformError, message}; }
 
 /// A property that cannot be read, or is blank, is left out.
 void AppendSource(std::string_view label, Result<std::string> property,
@@ -77,14 +76,13 @@ Result<std::string> PlaceholderDeviceIdProvider::GetDeviceId() {
 Result<std::vector<std::string>> PlaceholderDeviceIdProvider::CollectFingerprintSources() {
   Result<std::vector<std::string>> sources;
   if (forceSourcesUnavailable) {
-    sources.error = PlatformError("Device fingerprint sources are forced unavailable");
-    return sources;
+    return Fail(kPlatformError, "Device fingerprint sources are forced unavailable");
   }
   sources.value.reserve(2);
   AppendSource(kMachineGuidLabel, ReadMachineGuid(), sources.value);
   AppendSource(kComputerNameLabel, ReadComputerName(), sources.value);
   if (sources.value.empty()) {
-    sources.error = PlatformError("Unable to collect any stable device fingerprint sources");
+    return Fail(kPlatformError, "Unable to collect any stable device fingerprint sources");
   }
   return sources;
 }

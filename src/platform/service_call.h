@@ -1,11 +1,8 @@
 #ifndef KORVIXSDK_PLATFORM_SERVICE_CALL_H_
 #define KORVIXSDK_PLATFORM_SERVICE_CALL_H_
 
-#include <type_traits>
-#include <utility>
-
-#include "korvixsdk/error.h"
 #include "platform/error_text.h"
+#include "platform/fail.h"
 #include "platform/or_else.h"
 
 namespace korvixsdk {
@@ -18,15 +15,8 @@ namespace korvixsdk {
 template <typename Call>
 auto CallService(const char* service, Call&& call) -> decltype(call()) {
   return OrElse(call, [service](const char* what) {
-    Error error = ErrorOf(kInvalidState,
-                          {service, " threw an exception", what ? ": " : "", what ? what : ""});
-    decltype(call()) answer{};
-    if constexpr (std::is_same_v<decltype(call()), Error>) {
-      answer = std::move(error);
-    } else {
-      answer.error = std::move(error);
-    }
-    return answer;
+    return Failure{ErrorOf(kInvalidState,
+                           {service, " threw an exception", what ? ": " : "", what ? what : ""})};
   });
 }
 

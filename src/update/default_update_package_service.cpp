@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/fail.h"
 #include "platform/or_else.h"
 #include "platform/service_call.h"
 #include "update/package_download.h"
@@ -13,8 +14,6 @@ namespace {
 
 constexpr char kFileSystem[] = "File system service";
 constexpr char kCryptoProvider[] = "Crypto provider";
-
-Result<PreparedUpdate> Failure(Error error) { return {{}, std::move(error)}; }
 
 /// An exact comparison: an expected digest in uppercase never matches. None at all skips it.
 bool DigestMatches(const PreparedUpdate& prepared) {
@@ -29,24 +28,26 @@ DefaultUpdatePackageService::DefaultUpdatePackageService(std::shared_ptr<Service
 Result<PreparedUpdate> DefaultUpdatePackageService::Prepare(const UpdateInfo& info,
                                                             const std::string& cache_dir) {
   // Addresses and paths can be so long that memory does not suffice for their copies.
-  return OrElse([&] { return DownloadAndVerify(info, cache_dir); },
-                [](const char*) { return Failure(DownloadOutOfMemoryError()); });
+  const auto failed = [](const char*) {
+    return Result<PreparedUpdate>{{}, DownloadOutOfMemoryError()};
+  };
+  return OrElse([&] { return DownloadAndVerify(info, cache_dir); }, failed);
 }
 
 Result<PreparedUpdate> DefaultUpdatePackageService::DownloadAndVerify(
     const UpdateInfo& info, const std::string& cache_dir) const {
   if (info.download_url.empty()) {
-    return Failure(Error{kInvalidArgument, "UpdateInfo.download_url must not be empty"});
+    return Fail(kInvalidArgument, "UpdateInfo.download_url must not be empty");
   }
   if (!services_ || !services_->file_system || !services_->crypto) {
-    return Failure(Error{kInvalidState, "Update package service dependencies are not configured"});
+    return Fail(kInvalidState, "Update package service dependencies are not configured");
   }
   const std::string directory = PackageDirectory(cache_dir);
   Error created = CallService(kFileSystem,
                               [&] { return services_->file_system->CreateDirectories(directory); });
-  if (!created.ok()) return Failure(std::move(created));
+  if (!created.ok()) return {{}, std::move(created)};
   Result<std::string> package = DownloadPackage(info.download_url);
-  if (!package.ok()) return Failure(std::move(package.error));
+  if (!package.ok()) return {{}, std::move(package.error)};
 
   PreparedUpdate prepared;
   prepared.download_url = info.download_url;
@@ -55,10 +56,10 @@ Result<PreparedUpdate> DefaultUpdatePackageService::DownloadAndVerify(
   Error written = CallService(kFileSystem, [&] {
     return services_->file_system->WriteFile(prepared.package_path, package.value);
   });
-  if (!written.ok()) return Failure(std::move(written));
+  if (!written.ok()) return {{}, std::move(written)};
   Result<std::string> digest =
       CallService(kCryptoProvider, [&] { return services_->crypto->Sha256Hex(package.value); });
-  if (!digest.ok()) return Failure(std::move(digest.error));
+  if (!digest.ok()) return {{}, std::move(digest.error)};
   prepared.actual_sha256 = std::move(digest.value);
 
   if (!DigestMatches(prepared)) {

@@ -4,6 +4,7 @@
 
 #include "network/curl_handle.h"
 #include "platform/ascii.h"
+#include "platform/fail.h"
 #include "platform/or_else.h"
 
 namespace korvixsdk {
@@ -25,10 +26,6 @@ struct Download {
   std::string body{};
   bool started = false;
 };
-
-Result<std::string> Failure(std::string message) {
-  return {{}, Error{kNetworkError, std::move(message)}};
-}
 
 std::string TransferErrorText(CURLcode code) {
   return std::string("Update download failed: ") + curl_easy_strerror(code);
@@ -54,7 +51,7 @@ std::size_t CollectBody(char* data, std::size_t size, std::size_t count, void* c
 
 Result<std::string> DownloadWithCurl(const std::string& url) {
   CurlHandle handle = MakeCurlHandle();
-  if (!handle) return Failure("Failed to initialize libcurl for update download");
+  if (!handle) return Fail(kNetworkError, "Failed to initialize libcurl for update download");
   Download download{handle.get()};
   CURLcode result = CurlOptions(handle)
                         .SetUrl(url)
@@ -68,9 +65,9 @@ Result<std::string> DownloadWithCurl(const std::string& url) {
   if (result == CURLE_OK) result = curl_easy_perform(handle.get());
   const long status = HttpStatus(handle);
   handle.reset();
-  if (result != CURLE_OK) return Failure(TransferErrorText(result));
+  if (result != CURLE_OK) return Fail(kNetworkError, TransferErrorText(result));
   if (!IsSuccessStatus(status)) {
-    return Failure("Update download returned HTTP status " + std::to_string(status));
+    return Fail(kNetworkError, "Update download returned HTTP status " + std::to_string(status));
   }
   return {std::move(download.body), Error{}};
 }
@@ -78,7 +75,7 @@ Result<std::string> DownloadWithCurl(const std::string& url) {
 }  // namespace
 
 Result<std::string> DownloadPackage(const std::string& url) {
-  if (StartsWith(url, kMockOffline)) return Failure("Mock update download is offline");
+  if (StartsWith(url, kMockOffline)) return Fail(kNetworkError, "Mock update download is offline");
   if (StartsWith(url, kMockScheme)) {
     return {url == kMockAlternate ? "alternate mock update payload" : "mock update package payload",
             Error{}};
@@ -87,7 +84,7 @@ Result<std::string> DownloadPackage(const std::string& url) {
 }
 
 Error DownloadOutOfMemoryError() {
-  return Error{kNetworkError, TransferErrorText(CURLE_OUT_OF_MEMORY)};
+  return Fail(kNetworkError, TransferErrorText(CURLE_OUT_OF_MEMORY));
 }
 
 }  // namespace korvixsdk

@@ -2,6 +2,7 @@
 
 #include "platform/ascii.h"
 #include "platform/detached_process.h"
+#include "platform/fail.h"
 #include "platform/service_call.h"
 
 namespace korvixsdk {
@@ -20,25 +21,25 @@ Result<bool> Exists(IFileSystemProvider& file_system, const std::string& path) {
 Error LaunchUpdater(const PreparedUpdate& prepared, const std::string& updater_path,
                     IFileSystemProvider* file_system) {
   if (!prepared.ready || prepared.package_path.empty()) {
-    return Error{kInvalidArgument, "Prepared update is not ready"};
+    return Fail(kInvalidArgument, "Prepared update is not ready");
   }
-  if (updater_path.empty()) return Error{kInvalidArgument, "updater_path must not be empty"};
+  if (updater_path.empty()) return Fail(kInvalidArgument, "updater_path must not be empty");
   // Mock paths come before the files are looked at: a mock launch needs no package on disk.
   if (StartsWith(updater_path, kMockLaunchOk)) return Error{};
   if (StartsWith(updater_path, kMockLaunchFail)) {
-    return Error{kInvalidState, "Mock updater launch failed"};
+    return Fail(kInvalidState, "Mock updater launch failed");
   }
-  if (file_system == nullptr) return Error{kInvalidState, "File system service is not configured"};
+  if (file_system == nullptr) return Fail(kInvalidState, "File system service is not configured");
   const Result<bool> has_package = Exists(*file_system, prepared.package_path);
   if (!has_package.ok()) return has_package.error;
   if (!has_package.value) {
-    return Error{kInvalidState, "Prepared update package does not exist"};
+    return Fail(kInvalidState, "Prepared update package does not exist");
   }
   const Result<bool> has_updater = Exists(*file_system, updater_path);
   if (!has_updater.ok()) return has_updater.error;
-  if (!has_updater.value) return Error{kNotFound, "Updater executable was not found"};
+  if (!has_updater.value) return Fail(kNotFound, "Updater executable was not found");
   if (!StartDetachedProcess(updater_path, prepared.package_path)) {
-    return Error{kInvalidState, "Failed to launch updater process"};
+    return Fail(kInvalidState, "Failed to launch updater process");
   }
   return Error{};
 }

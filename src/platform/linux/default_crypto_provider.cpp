@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/digest_text.h"
+#include "platform/fail.h"
 
 namespace korvixsdk {
 namespace {
@@ -18,33 +19,29 @@ struct FreeHash {
   void operator()(EVP_MD_CTX* hash) const { EVP_MD_CTX_free(hash); }
 };
 
-Result<std::string> Failure(const char* message) {
-  return Result<std::string>{{}, Error{kPlatformError, message}};
-}
-
 }  // namespace
 
 /// The steps of the Windows implementation, one for one, so that hosts see one table of messages:
 /// the context stands for the hash object's memory, initialisation for its creation.
 Result<std::string> DefaultCryptoProvider::Sha256Hex(const std::string& data) {
   const std::unique_ptr<EVP_MD, FreeAlgorithm> algorithm(EVP_MD_fetch(nullptr, "SHA256", nullptr));
-  if (!algorithm) return Failure("BCryptOpenAlgorithmProvider failed");
+  if (!algorithm) return Fail(kPlatformError, "BCryptOpenAlgorithmProvider failed");
   const std::unique_ptr<EVP_MD_CTX, FreeHash> hash(EVP_MD_CTX_new());
-  if (!hash) return Failure("BCryptGetProperty(object_length) failed");
+  if (!hash) return Fail(kPlatformError, "BCryptGetProperty(object_length) failed");
   const int hash_length = EVP_MD_get_size(algorithm.get());
-  if (hash_length <= 0) return Failure("BCryptGetProperty(hash_length) failed");
+  if (hash_length <= 0) return Fail(kPlatformError, "BCryptGetProperty(hash_length) failed");
 
   std::vector<unsigned char> digest(static_cast<std::size_t>(hash_length));
   if (EVP_DigestInit_ex(hash.get(), algorithm.get(), nullptr) != 1) {
-    return Failure("BCryptCreateHash failed");
+    return Fail(kPlatformError, "BCryptCreateHash failed");
   }
   if (EVP_DigestUpdate(hash.get(), data.data(), data.size()) != 1) {
-    return Failure("BCryptHashData failed");
+    return Fail(kPlatformError, "BCryptHashData failed");
   }
   if (EVP_DigestFinal_ex(hash.get(), digest.data(), nullptr) != 1) {
-    return Failure("BCryptFinishHash failed");
+    return Fail(kPlatformError, "BCryptFinishHash failed");
   }
-  return Result<std::string>{DigestText(digest), Error{}};
+  return {DigestText(digest), Error{}};
 }
 
 /// OpenSSL would take itself apart in an exit handler, under the hands of a thread that hashes or

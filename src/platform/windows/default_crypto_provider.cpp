@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/digest_text.h"
+#include "platform/fail.h"
 
 namespace korvixsdk {
 namespace {
@@ -25,10 +26,6 @@ struct DestroyHash {
 };
 using Algorithm = std::unique_ptr<std::remove_pointer_t<BCRYPT_ALG_HANDLE>, CloseAlgorithm>;
 using Hash = std::unique_ptr<std::remove_pointer_t<BCRYPT_HASH_HANDLE>, DestroyHash>;
-
-Result<std::string> Failure(const char* message) {
-  return Result<std::string>{{}, Error{kPlatformError, message}};
-}
 
 Algorithm OpenSha256() {
   BCRYPT_ALG_HANDLE handle = nullptr;
@@ -63,22 +60,22 @@ bool HashData(const Hash& hash, const std::string& data) {
 
 Result<std::string> DefaultCryptoProvider::Sha256Hex(const std::string& data) {
   const Algorithm algorithm = OpenSha256();
-  if (!algorithm) return Failure("BCryptOpenAlgorithmProvider failed");
+  if (!algorithm) return Fail(kPlatformError, "BCryptOpenAlgorithmProvider failed");
   const std::optional<DWORD> object_length = ReadLength(algorithm, BCRYPT_OBJECT_LENGTH);
-  if (!object_length) return Failure("BCryptGetProperty(object_length) failed");
+  if (!object_length) return Fail(kPlatformError, "BCryptGetProperty(object_length) failed");
   const std::optional<DWORD> hash_length = ReadLength(algorithm, BCRYPT_HASH_LENGTH);
-  if (!hash_length) return Failure("BCryptGetProperty(hash_length) failed");
+  if (!hash_length) return Fail(kPlatformError, "BCryptGetProperty(hash_length) failed");
 
   // The buffers are declared before the hash, which lives in one of them until it is destroyed.
   std::vector<unsigned char> object(*object_length);
   std::vector<unsigned char> digest(*hash_length);
   Hash hash = CreateHash(algorithm, object);
-  if (!hash) return Failure("BCryptCreateHash failed");
-  if (!HashData(hash, data)) return Failure("BCryptHashData failed");
+  if (!hash) return Fail(kPlatformError, "BCryptCreateHash failed");
+  if (!HashData(hash, data)) return Fail(kPlatformError, "BCryptHashData failed");
   const NTSTATUS finished =
       BCryptFinishHash(hash.get(), digest.data(), static_cast<ULONG>(digest.size()), 0);
-  if (!BCRYPT_SUCCESS(finished)) return Failure("BCryptFinishHash failed");
-  return Result<std::string>{DigestText(digest), Error{}};
+  if (!BCRYPT_SUCCESS(finished)) return Fail(kPlatformError, "BCryptFinishHash failed");
+  return {DigestText(digest), Error{}};
 }
 
 /// Windows keeps its own, and ends all other threads before the library is told of the end.

@@ -8,6 +8,8 @@
 
 #include <string_view>
 
+#include "platform/fail.h"
+
 namespace korvixsdk {
 namespace {
 
@@ -17,10 +19,6 @@ constexpr wchar_t kMachineGuidValue[] = L"MachineGuid";
 constexpr int kGuidTextLength = 39;
 /// MAX_COMPUTERNAME_LENGTH and the terminator.
 constexpr DWORD kComputerNameLength = MAX_COMPUTERNAME_LENGTH + 1;
-
-Result<std::string> Failure(const char* message) {
-  return Result<std::string>{{}, Error{kPlatformError, message}};
-}
 
 /// Empty on failure.
 std::string Utf8FromWide(std::wstring_view wide) {
@@ -41,27 +39,27 @@ Result<std::string> ReadMachineGuid() {
   if (RegGetValueW(HKEY_LOCAL_MACHINE, kCryptographyKey, kMachineGuidValue, RRF_RT_REG_SZ, nullptr,
                    nullptr, &size) != ERROR_SUCCESS ||
       size == 0) {
-    return Failure("Registry value is unavailable");
+    return Fail(kPlatformError, "Registry value is unavailable");
   }
   std::wstring value((size + sizeof(wchar_t) - 1) / sizeof(wchar_t), L'\0');
   if (RegGetValueW(HKEY_LOCAL_MACHINE, kCryptographyKey, kMachineGuidValue, RRF_RT_REG_SZ, nullptr,
                    value.data(), &size) != ERROR_SUCCESS) {
-    return Failure("Failed to read registry value");
+    return Fail(kPlatformError, "Failed to read registry value");
   }
   while (!value.empty() && value.back() == L'\0') value.pop_back();
-  if (value.empty()) return Failure("Registry value is empty");
+  if (value.empty()) return Fail(kPlatformError, "Registry value is empty");
   std::string text = Utf8FromWide(value);
-  if (text.empty()) return Failure("Failed to convert registry value to UTF-8");
-  return Result<std::string>{std::move(text), Error{}};
+  if (text.empty()) return Fail(kPlatformError, "Failed to convert registry value to UTF-8");
+  return {std::move(text), Error{}};
 }
 
 Result<std::string> ReadComputerName() {
   char name[kComputerNameLength] = {};
   DWORD length = kComputerNameLength;
   if (!GetComputerNameA(name, &length) || length == 0 || length > kComputerNameLength) {
-    return Failure("Failed to read computer name");
+    return Fail(kPlatformError, "Failed to read computer name");
   }
-  return Result<std::string>{std::string(name, length), Error{}};
+  return {std::string(name, length), Error{}};
 }
 
 std::string NewGuidText() {
