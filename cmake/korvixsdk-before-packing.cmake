@@ -1,6 +1,6 @@
 # Run by CPack between installing and packing: the debug symbols go into a file of their own beside
-# the library, and nothing keeps the time at which it was built, so that the same sources give the
-# same archive.
+# the library, programs keep none, and nothing keeps the time at which it was built, so that the
+# same sources give the same archive.
 set(folder ${CPACK_TEMPORARY_INSTALL_DIRECTORY})
 set(library ${folder}/${CPACK_KORVIXSDK_LIBRARY})
 
@@ -12,6 +12,10 @@ if(CPACK_KORVIXSDK_OBJCOPY)
   run(${CPACK_KORVIXSDK_OBJCOPY} --only-keep-debug ${library} ${library}.debug)
   run(${CPACK_KORVIXSDK_STRIP} --strip-unneeded ${library})
   run(${CPACK_KORVIXSDK_OBJCOPY} --add-gnu-debuglink=${library}.debug ${library})
+  file(GLOB programs ${folder}/${CPACK_KORVIXSDK_PROGRAMS}/korvix-*)
+  foreach(program IN LISTS programs)
+    run(${CPACK_KORVIXSDK_STRIP} ${program})
+  endforeach()
 endif()
 
 set(time 0)
