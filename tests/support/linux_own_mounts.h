@@ -1,5 +1,5 @@
-#ifndef KORVIXSDK_TESTS_PROCESSES_OWN_MOUNTS_H_
-#define KORVIXSDK_TESTS_PROCESSES_OWN_MOUNTS_H_
+#ifndef KORVIXSDK_TESTS_SUPPORT_LINUX_OWN_MOUNTS_H_
+#define KORVIXSDK_TESTS_SUPPORT_LINUX_OWN_MOUNTS_H_
 
 #include <functional>
 #include <string>
@@ -23,4 +23,4 @@ void EnterOwnNetwork();
 
 }  // namespace korvixsdk::test
 
-#endif  // KORVIXSDK_TESTS_PROCESSES_OWN_MOUNTS_H_
+#endif  // KORVIXSDK_TESTS_SUPPORT_LINUX_OWN_MOUNTS_H_

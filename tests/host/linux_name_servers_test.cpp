@@ -12,7 +12,7 @@
 #include <thread>
 
 #include "host/hostile_service.h"
-#include "processes/own_mounts.h"
+#include "support/linux_own_mounts.h"
 #include "support/temp_folder.h"
 
 namespace korvixsdk::test {

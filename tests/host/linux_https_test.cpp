@@ -5,7 +5,7 @@
 #include <string>
 
 #include "host/hostile_service.h"
-#include "host/https_server.h"
+#include "host/linux_https_server.h"
 #include "support/child_process.h"
 #include "unit/record_equality.h"
 

@@ -1,4 +1,4 @@
-#include "processes/own_mounts.h"
+#include "support/linux_own_mounts.h"
 
 #include <gtest/gtest.h>
 

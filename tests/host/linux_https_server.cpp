@@ -1,4 +1,4 @@
-#include "host/https_server.h"
+#include "host/linux_https_server.h"
 
 #include <asio.hpp>
 #include <asio/ssl.hpp>

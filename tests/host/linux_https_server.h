@@ -1,5 +1,5 @@
-#ifndef KORVIXSDK_TESTS_HOST_HTTPS_SERVER_H_
-#define KORVIXSDK_TESTS_HOST_HTTPS_SERVER_H_
+#ifndef KORVIXSDK_TESTS_HOST_LINUX_HTTPS_SERVER_H_
+#define KORVIXSDK_TESTS_HOST_LINUX_HTTPS_SERVER_H_
 
 #include <memory>
 #include <string>
@@ -28,4 +28,4 @@ class HttpsServer {
 
 }  // namespace korvixsdk::test
 
-#endif  // KORVIXSDK_TESTS_HOST_HTTPS_SERVER_H_
+#endif  // KORVIXSDK_TESTS_HOST_LINUX_HTTPS_SERVER_H_
