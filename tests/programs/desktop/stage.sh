@@ -14,6 +14,7 @@ open_stage() {
   open_screen
   start_wine "$work/wine"
   dress_windows
+  name_machine
   set_scaling "${3:-96}"
 }
 
@@ -45,12 +46,22 @@ message_font() {
   printf 'f4ffffff%024d90010000%016d%s%0*d' 0 0 "$name" $((128 - ${#name})) 0
 }
 
+# The machine of the example in docs/device-id.md, so that its identifier is the same in every run.
+# Wine takes the name when its server starts.
+name_machine() {
+  local name='HKLM\System\CurrentControlSet\Control\ComputerName\ComputerName'
+  registry 'HKLM\Software\Microsoft\Cryptography' MachineGuid REG_SZ \
+    0C1D6A8E-4F5B-4B7E-9A51-7D2F33D0A6B1
+  registry 'HKCU\Software\Wine\Network' UseDnsComputerName REG_SZ N
+  registry "$name" ComputerName REG_SZ DESK-7
+}
+
 registry() { # KEY NAME TYPE VALUE
   scripts/lib/wine-run reg add "$1" /v "$2" /t "$3" /d "$4" /f >/dev/null 2>&1 ||
     fail "Wine's registry did not take $2"
 }
 
-# Wine reads it when its server starts.
+# Wine reads it then, too.
 set_scaling() { # DPI
   stop_driver
   registry 'HKCU\Control Panel\Desktop' LogPixels REG_DWORD "$1"

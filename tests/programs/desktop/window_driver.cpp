@@ -10,6 +10,7 @@
 //   gone TITLE                waits until there is none
 //   expect TITLE ID TEXT      waits until the control's text contains TEXT
 //   text TITLE ID             the control's text, its line ends as " / "
+//   write TITLE ID TEXT       puts TEXT into the control, for a picture
 //   enabled|disabled|shown|hidden|focused TITLE ID   waits for that
 //   where TITLE ID            the control's middle within its window: "X Y"
 //   answers TITLE             whether the window handles messages within two seconds
@@ -81,6 +82,12 @@ std::wstring Text(HWND control) {
   SendMessageTimeoutW(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
                       SMTO_NORMAL, 5000, &length);
   return std::wstring(text.data(), static_cast<std::size_t>(length));
+}
+
+bool Write(HWND control, const std::string& text) {
+  DWORD_PTR unused = 0;
+  return SendMessageTimeoutW(control, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Wide(text).c_str()),
+                             SMTO_NORMAL, 5000, &unused) != 0;
 }
 
 std::string OneLine(const std::wstring& text) {
@@ -291,6 +298,9 @@ class Driver {
       std::ostringstream middle;
       middle << (place.left + place.right) / 2 << " " << (place.top + place.bottom) / 2;
       return {true, middle.str()};
+    }
+    if (command == "write" && fields.size() == 4) {
+      return {Write(control, fields[3]), OneLine(Text(control))};
     }
     if (command == "expect" && fields.size() == 4) {
       const bool came =
