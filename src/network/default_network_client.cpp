@@ -4,6 +4,7 @@
 #include "network/install_endpoint.h"
 #include "network/mock_server.h"
 #include "network/update_check_endpoint.h"
+#include "platform/mock_addresses.h"
 #include "platform/or_else.h"
 
 namespace korvixsdk {

@@ -1,20 +1,17 @@
 #include "network/mock_server.h"
 
+#include <cstdint>
+
 #include "network/http_transport.h"
 #include "network/service_code.h"
 #include "network/wall_clock.h"
-#include "platform/ascii.h"
 #include "platform/fail.h"
+#include "platform/mock_addresses.h"
 
 namespace korvixsdk {
 namespace {
 
-constexpr char kMockScheme[] = "mock://";
 constexpr std::int32_t kMockRejected = 202;
-
-bool Contains(const std::string& text, const char* word) {
-  return text.find(word) != std::string::npos;
-}
 
 ServerResult InstallAnswer(bool accepted, std::int32_t code, const char* message) {
   ServerResult result;
@@ -26,8 +23,8 @@ ServerResult InstallAnswer(bool accepted, std::int32_t code, const char* message
   return result;
 }
 
-/// The digest is that of the payload that mock package addresses serve. The address is an ordinary
-/// one: a host that wants the whole flow offline puts a mock package address in its place.
+/// The address is an ordinary one: a host that wants the whole flow offline puts a mock package
+/// address in its place.
 UpdateInfo CannedOffer(const std::string& current_version) {
   UpdateInfo info;
   info.has_update = true;
@@ -36,22 +33,11 @@ UpdateInfo CannedOffer(const std::string& current_version) {
   info.publish_time = "2026-01-20 10:48:48";
   info.update_content = "Mock update payload";
   info.download_url = "https://downloads.example.com/mock-update.bin";
-  info.sha256 = "25967fb5be05c8fdc451e754115e0e99fe165398e585b480b59a5c69428b1e16";
+  info.sha256 = kMockPackageSha256;
   return info;
 }
 
 }  // namespace
-
-bool IsMockUrl(const std::string& server_base_url) {
-  return StartsWith(server_base_url, kMockScheme);
-}
-
-MockMode ClassifyMockUrl(const std::string& server_base_url) {
-  if (Contains(server_base_url, "offline")) return MockMode::kOffline;
-  if (Contains(server_base_url, "reject")) return MockMode::kReject;
-  if (Contains(server_base_url, "invalid")) return MockMode::kInvalid;
-  return MockMode::kNormal;
-}
 
 Result<ServerResult> MockReportInstall(const std::string& server_base_url,
                                        const std::string& product_id, const std::string& device_id,

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "network/curl_handle.h"
-#include "platform/ascii.h"
 #include "platform/fail.h"
+#include "platform/mock_addresses.h"
 #include "platform/or_else.h"
 
 namespace korvixsdk {
@@ -16,10 +16,6 @@ constexpr long kVerifyPeer = 1;
 constexpr long kVerifyHost = 2;
 /// An announced length above this is not believed before its bytes arrive.
 constexpr curl_off_t kLargestReservation = curl_off_t{1} << 30;
-
-constexpr char kMockScheme[] = "mock://";
-constexpr char kMockOffline[] = "mock://offline";
-constexpr char kMockAlternate[] = "mock://package-alt";
 
 struct Download {
   CURL* handle;
@@ -75,11 +71,8 @@ Result<std::string> DownloadWithCurl(const std::string& url) {
 }  // namespace
 
 Result<std::string> DownloadPackage(const std::string& url) {
-  if (StartsWith(url, kMockOffline)) return Fail(kNetworkError, "Mock update download is offline");
-  if (StartsWith(url, kMockScheme)) {
-    return {url == kMockAlternate ? "alternate mock update payload" : "mock update package payload",
-            Error{}};
-  }
+  if (IsMockOfflinePackage(url)) return Fail(kNetworkError, "Mock update download is offline");
+  if (IsMockUrl(url)) return {MockPackage(url), Error{}};
   return DownloadWithCurl(url);
 }
 

@@ -1,15 +1,12 @@
 #include "update/updater_launch.h"
 
-#include "platform/ascii.h"
 #include "platform/detached_process.h"
 #include "platform/fail.h"
+#include "platform/mock_addresses.h"
 #include "platform/service_call.h"
 
 namespace korvixsdk {
 namespace {
-
-constexpr char kMockLaunchOk[] = "mock://launch-ok";
-constexpr char kMockLaunchFail[] = "mock://launch-fail";
 
 Result<bool> Exists(IFileSystemProvider& file_system, const std::string& path) {
   const auto exists = [&] { return Result<bool>{file_system.Exists(path), Error{}}; };
@@ -25,8 +22,8 @@ Error LaunchUpdater(const PreparedUpdate& prepared, const std::string& updater_p
   }
   if (updater_path.empty()) return Fail(kInvalidArgument, "updater_path must not be empty");
   // Mock paths come before the files are looked at: a mock launch needs no package on disk.
-  if (StartsWith(updater_path, kMockLaunchOk)) return Error{};
-  if (StartsWith(updater_path, kMockLaunchFail)) {
+  if (IsMockLaunchOk(updater_path)) return Error{};
+  if (IsMockLaunchFail(updater_path)) {
     return Fail(kInvalidState, "Mock updater launch failed");
   }
   if (file_system == nullptr) return Fail(kInvalidState, "File system service is not configured");

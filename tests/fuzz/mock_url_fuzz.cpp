@@ -9,6 +9,7 @@
 #include "fuzz/check.h"
 #include "fuzz/fields.h"
 #include "network/mock_server.h"
+#include "platform/mock_addresses.h"
 
 namespace korvixsdk::test {
 namespace {
