@@ -12,8 +12,9 @@ elseif(KORVIXSDK_SANITIZER)
   message(FATAL_ERROR "KORVIXSDK_SANITIZER is neither address nor thread: ${KORVIXSDK_SANITIZER}")
 endif()
 if(KORVIXSDK_SANITIZER)
-  list(APPEND korvixsdk_sanitizer_flags -fno-sanitize-recover=all -fno-omit-frame-pointer)
   # The C++ library looks at its own bounds too.
-  add_compile_options(${korvixsdk_sanitizer_flags} -D_GLIBCXX_ASSERTIONS)
+  list(APPEND korvixsdk_sanitizer_flags -fno-sanitize-recover=all -fno-omit-frame-pointer
+       -D_GLIBCXX_ASSERTIONS)
+  add_compile_options(${korvixsdk_sanitizer_flags})
   add_link_options(${korvixsdk_sanitizer_flags})
 endif()

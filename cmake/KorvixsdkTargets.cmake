@@ -1,24 +1,22 @@
 # Settings that the project's own targets share. Nothing here touches a directory or global
 # property, so that a host may add the source tree to its own build.
 
+if(MSVC)
+  set(korvixsdk_warnings /W4)
+  set(korvixsdk_warning_as_error /WX)
+else()
+  set(korvixsdk_warnings -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wold-style-cast
+                         -Wnon-virtual-dtor)
+  set(korvixsdk_warning_as_error -Werror)
+endif()
+if(KORVIXSDK_WARNINGS_AS_ERRORS)
+  list(APPEND korvixsdk_warnings ${korvixsdk_warning_as_error})
+endif()
+
 function(korvixsdk_settings target)
   target_compile_features(${target} PRIVATE cxx_std_17)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
-  if(MSVC)
-    target_compile_options(${target} PRIVATE /W4 /utf-8
-                                             $<$<BOOL:${KORVIXSDK_WARNINGS_AS_ERRORS}>:/WX>)
-  else()
-    target_compile_options(
-      ${target}
-      PRIVATE -Wall
-              -Wextra
-              -Wpedantic
-              -Wconversion
-              -Wshadow
-              -Wold-style-cast
-              -Wnon-virtual-dtor
-              $<$<BOOL:${KORVIXSDK_WARNINGS_AS_ERRORS}>:-Werror>)
-  endif()
+  target_compile_options(${target} PRIVATE ${korvixsdk_warnings} $<$<BOOL:${MSVC}>:/utf-8>)
 endfunction()
 
 # korvixsdk_version_resource(TARGET DESCRIPTION): what Windows shows of a file that is shipped. Its

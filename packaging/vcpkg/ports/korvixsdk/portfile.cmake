@@ -10,7 +10,6 @@ vcpkg_cmake_configure(
         -DKORVIXSDK_BUILD_TESTS=OFF
         -DKORVIXSDK_BUILD_TOOLS=OFF
         -DKORVIXSDK_BUILD_EXAMPLES=OFF
-        -DKORVIXSDK_BUILD_BENCHMARKS=OFF
 )
 vcpkg_cmake_install()
 vcpkg_cmake_config_fixup(CONFIG_PATH lib/cmake/korvixsdk)
