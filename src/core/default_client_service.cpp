@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "core/version_rules.h"
 #include "network/default_network_client.h"
 #include "network/http_transport.h"
 #include "platform/error_text.h"
@@ -24,7 +25,6 @@ constexpr char kNoPackageService[] = "Update package service is not configured";
 constexpr char kDeviceIdProvider[] = "Device id provider";
 constexpr char kNetworkClient[] = "Network client";
 constexpr char kPackageService[] = "Update package service";
-constexpr char kUpdatePolicy[] = "Update policy";
 
 const char* BoolText(bool value) { return value ? "true" : "false"; }
 
@@ -142,7 +142,8 @@ Result<UpdateInfo> DefaultClientService::CheckAndDecide() {
            ", force_update=", BoolText(received.force_update),
            ", download_url_present=", BoolText(!received.download_url.empty()),
            ", last_error_present=", BoolText(!received.message.empty())});
-  if (Error undecided = Decide(result.value); !undecided.ok()) {
+  if (Error undecided = DecideUpdate(config_.version, services_->update_policy.get(), result.value);
+      !undecided.ok()) {
     RecordFailure("CheckForUpdate", undecided.message);
     return {{}, std::move(undecided)};
   }
@@ -212,33 +213,6 @@ Result<std::string> DefaultClientService::ResolveDeviceId() {
     if (!device_id.value.empty()) return device_id;
   }
   return Fail(kInvalidState, "Device id provider is not configured");
-}
-
-Result<bool> DefaultClientService::IsNewer(const std::string& version) const {
-  return CallService(kUpdatePolicy, [&] {
-    return Result<bool>{services_->update_policy->IsNewerVersion(config_.version, version), {}};
-  });
-}
-
-Error DefaultClientService::Decide(UpdateInfo& info) const {
-  const bool has_policy = services_->update_policy != nullptr;
-  Result<bool> newer;
-  if (!info.latest_version.empty()) {
-    newer = has_policy ? IsNewer(info.latest_version)
-                       : Result<bool>{info.latest_version != config_.version, {}};
-  }
-  if (!newer.ok()) return std::move(newer.error);
-  Result<bool> below_minimum;
-  if (has_policy && !info.min_supported_version.empty()) {
-    below_minimum = IsNewer(info.min_supported_version);
-  }
-  if (!below_minimum.ok()) return std::move(below_minimum.error);
-  if (below_minimum.value) {
-    info.force_update = true;
-    if (info.latest_version.empty()) info.latest_version = info.min_supported_version;
-  }
-  info.has_update = newer.value || below_minimum.value;
-  return Error{};
 }
 
 void DefaultClientService::RecordFailure(const char* operation, const std::string& message) {

@@ -34,11 +34,6 @@ class DefaultClientService : public IClientService {
   /// True after a successful Init; otherwise fills `error`, where one is given. Leaves no trace.
   bool IsInitialized(Error* error) const;
   Result<std::string> ResolveDeviceId();
-  /// Decides `has_update` and `force_update` by the versions; the service's own `has_update` is
-  /// replaced.
-  Error Decide(UpdateInfo& info) const;
-  /// Asks the policy, which must be there, whether `version` is newer than the host's.
-  Result<bool> IsNewer(const std::string& version) const;
   /// Keeps the message as the last error and logs it behind the operation's name.
   void RecordFailure(const char* operation, const std::string& message);
 

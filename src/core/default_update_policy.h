@@ -3,15 +3,18 @@
 
 #include <string>
 
+#include "core/version_rules.h"
 #include "korvixsdk/update_policy.h"
 
 namespace korvixsdk {
 
-/// Numeric comparison of dotted versions. No state; any thread.
+/// The comparison of version_rules.h, for whoever replaces or decorates it. No state; any thread.
 class DefaultUpdatePolicy : public IUpdatePolicy {
  public:
   bool IsNewerVersion(const std::string& current_version,
-                      const std::string& candidate_version) override;
+                      const std::string& candidate_version) override {
+    return korvixsdk::IsNewerVersion(current_version, candidate_version);
+  }
 };
 
 }  // namespace korvixsdk

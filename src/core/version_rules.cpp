@@ -1,9 +1,11 @@
-#include "core/default_update_policy.h"
+#include "core/version_rules.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <limits>
-#include <string_view>
+
+#include "korvixsdk/result.h"
+#include "platform/service_call.h"
 
 namespace korvixsdk {
 namespace {
@@ -27,13 +29,16 @@ std::int64_t NextComponent(std::string_view& version) {
   return value;
 }
 
+/// What the policy, which must be there, says.
+Result<bool> Ask(IUpdatePolicy& policy, const std::string& current, const std::string& candidate) {
+  const auto ask = [&] { return Result<bool>{policy.IsNewerVersion(current, candidate), {}}; };
+  return CallService("Update policy", ask);
+}
+
 }  // namespace
 
-bool DefaultUpdatePolicy::IsNewerVersion(const std::string& current_version,
-                                         const std::string& candidate_version) {
-  if (current_version.empty() || candidate_version.empty()) return false;
-  std::string_view current = current_version;
-  std::string_view candidate = candidate_version;
+bool IsNewerVersion(std::string_view current, std::string_view candidate) noexcept {
+  if (current.empty() || candidate.empty()) return false;
   // The first difference decides, but only between two versions: both are read to their ends.
   std::int64_t difference = 0;
   while (!current.empty() || !candidate.empty()) {
@@ -44,6 +49,26 @@ bool DefaultUpdatePolicy::IsNewerVersion(const std::string& current_version,
     if (difference == 0) difference = candidate_component - current_component;
   }
   return difference > 0;
+}
+
+Error DecideUpdate(const std::string& current_version, IUpdatePolicy* policy, UpdateInfo& info) {
+  Result<bool> newer;
+  if (!info.latest_version.empty()) {
+    newer = policy != nullptr ? Ask(*policy, current_version, info.latest_version)
+                              : Result<bool>{info.latest_version != current_version, {}};
+  }
+  if (!newer.ok()) return std::move(newer.error);
+  Result<bool> below_minimum;
+  if (policy != nullptr && !info.min_supported_version.empty()) {
+    below_minimum = Ask(*policy, current_version, info.min_supported_version);
+  }
+  if (!below_minimum.ok()) return std::move(below_minimum.error);
+  if (below_minimum.value) {
+    info.force_update = true;
+    if (info.latest_version.empty()) info.latest_version = info.min_supported_version;
+  }
+  info.has_update = newer.value || below_minimum.value;
+  return Error{};
 }
 
 }  // namespace korvixsdk
