@@ -1,10 +1,10 @@
 #include "core/default_client_service.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <utility>
 
+#include "core/log_line.h"
 #include "core/version_rules.h"
 #include "network/default_network_client.h"
 #include "network/http_transport.h"
@@ -53,29 +53,30 @@ Error DefaultClientService::Init(const SDKConfig& config) {
 
 Error DefaultClientService::CheckAndAdopt(const SDKConfig& config) {
   if (const char* const missing = MissingField(config)) {
-    LogError({"Init failed: ", missing});
+    LogError(logger(), {"Init failed: ", missing});
     return Fail(kInvalidArgument, missing);
   }
   if (!services_ || !services_->time_provider) {
-    LogError({"Init failed: required services are not configured"});
+    LogError(logger(), {"Init failed: required services are not configured"});
     return Fail(kInvalidState, "Required services are not configured");
   }
   SDKConfig copy = config;
   SetDefaultFallbackIdPath(config.fallback_device_id_path);
   config_ = std::move(copy);
   last_error_.clear();
-  LogInfo({"Init requested for product_id=", config.product_id, ", version=", config.version});
+  LogInfo(logger(),
+          {"Init requested for product_id=", config.product_id, ", version=", config.version});
 
   if (!CreateCacheDirectory(config.cache_dir)) {
     Error error{kInvalidState, kNoCacheDirectory + config.cache_dir};
-    LogError({error.message});
+    LogError(logger(), {error.message});
     return error;
   }
   const auto client = std::dynamic_pointer_cast<DefaultNetworkClient>(services_->network_client);
   if (client) client->server_base_url = config.server_base_url;
   initialized_ = true;
   last_error_.clear();
-  LogInfo({"SDK init success, cache_dir=", config.cache_dir});
+  LogInfo(logger(), {"SDK init success, cache_dir=", config.cache_dir});
   return Error{};
 }
 
@@ -88,7 +89,7 @@ Result<std::string> DefaultClientService::GetDeviceId() {
     return {{}, std::move(result.error)};
   }
   last_error_.clear();
-  LogInfo({"GetDeviceId succeeded"});
+  LogInfo(logger(), {"GetDeviceId succeeded"});
   result.error = Error{};
   return result;
 }
@@ -122,14 +123,15 @@ Result<UpdateInfo> DefaultClientService::CheckAndDecide() {
   if (!services_ || !services_->network_client) {
     // A success with a text, on purpose: a host without a network simply sees no update.
     last_error_ = kNoNetworkClient;
-    LogWarning({kNoNetworkClient});
+    LogWarning(logger(), {kNoNetworkClient});
     result.value.message = kNoNetworkClient;
     return result;
   }
   // Without an identifier the check goes on; the request then carries an empty one.
   const UpdateCheckRequest request{config_.product_id, config_.version, ResolveDeviceId().value};
-  LogInfo({"CheckForUpdate request started product_id=", request.product_id, ", version=",
-           request.version, ", device_id_present=", BoolText(!request.device_id.empty())});
+  LogInfo(logger(), {"CheckForUpdate request started product_id=", request.product_id,
+                     ", version=", request.version,
+                     ", device_id_present=", BoolText(!request.device_id.empty())});
   result = CallService(kNetworkClient,
                        [&] { return services_->network_client->CheckForUpdate(request); });
   if (!result.ok()) {
@@ -137,11 +139,11 @@ Result<UpdateInfo> DefaultClientService::CheckAndDecide() {
     return {{}, std::move(result.error)};
   }
   const UpdateInfo& received = result.value;
-  LogInfo({"CheckForUpdate response latest_version=", received.latest_version,
-           ", min_supported_version=", received.min_supported_version,
-           ", force_update=", BoolText(received.force_update),
-           ", download_url_present=", BoolText(!received.download_url.empty()),
-           ", last_error_present=", BoolText(!received.message.empty())});
+  LogInfo(logger(), {"CheckForUpdate response latest_version=", received.latest_version,
+                     ", min_supported_version=", received.min_supported_version,
+                     ", force_update=", BoolText(received.force_update),
+                     ", download_url_present=", BoolText(!received.download_url.empty()),
+                     ", last_error_present=", BoolText(!received.message.empty())});
   if (Error undecided = DecideUpdate(config_.version, services_->update_policy.get(), result.value);
       !undecided.ok()) {
     RecordFailure("CheckForUpdate", undecided.message);
@@ -149,9 +151,9 @@ Result<UpdateInfo> DefaultClientService::CheckAndDecide() {
   }
   last_error_ = result.value.message;
   if (result.value.has_update) {
-    LogInfo({"CheckForUpdate detected a newer version: ", result.value.latest_version});
+    LogInfo(logger(), {"CheckForUpdate detected a newer version: ", result.value.latest_version});
   } else {
-    LogInfo({"CheckForUpdate found no newer version"});
+    LogInfo(logger(), {"CheckForUpdate found no newer version"});
   }
   result.error = Error{};
   return result;
@@ -172,7 +174,7 @@ Result<PreparedUpdate> DefaultClientService::PrepareUpdate(const UpdateInfo& inf
     return result;
   }
   last_error_.clear();
-  LogInfo({"PrepareUpdate succeeded: ", result.value.package_path});
+  LogInfo(logger(), {"PrepareUpdate succeeded: ", result.value.package_path});
   return result;
 }
 
@@ -191,7 +193,7 @@ Error DefaultClientService::LaunchPreparedUpdate(const PreparedUpdate& prepared,
     return error;
   }
   last_error_.clear();
-  LogInfo({"LaunchPreparedUpdate succeeded"});
+  LogInfo(logger(), {"LaunchPreparedUpdate succeeded"});
   return Error{};
 }
 
@@ -217,29 +219,11 @@ Result<std::string> DefaultClientService::ResolveDeviceId() {
 
 void DefaultClientService::RecordFailure(const char* operation, const std::string& message) {
   last_error_ = OrElse([&] { return message; }, std::string());
-  LogWarning({operation, " failed: ", message});
+  LogWarning(logger(), {operation, " failed: ", message});
 }
 
-void DefaultClientService::LogInfo(LineParts parts) const { Log(&ILogger::LogInfo, parts); }
-
-void DefaultClientService::LogWarning(LineParts parts) const { Log(&ILogger::LogWarning, parts); }
-
-void DefaultClientService::LogError(LineParts parts) const { Log(&ILogger::LogError, parts); }
-
-void DefaultClientService::Log(void (ILogger::*write)(const std::string&), LineParts parts) const {
-  if (!services_ || !services_->logger) return;
-  // Neither a line for which memory does not suffice nor a logger that throws is a reason to fail.
-  OrElse(
-      [&] {
-        std::size_t length = 0;
-        for (const std::string_view part : parts) length += part.size();
-        std::string line(length, '\0');
-        char* end = line.data();
-        for (const std::string_view part : parts) end = std::copy(part.begin(), part.end(), end);
-        (services_->logger.get()->*write)(line);
-        return true;
-      },
-      false);
+ILogger* DefaultClientService::logger() const {
+  return services_ ? services_->logger.get() : nullptr;
 }
 
 Error InitOutOfMemoryError() { return ErrorOf(kInvalidState, {"Not enough memory to initialize"}); }

@@ -1,10 +1,8 @@
 #ifndef KORVIXSDK_CORE_DEFAULT_CLIENT_SERVICE_H_
 #define KORVIXSDK_CORE_DEFAULT_CLIENT_SERVICE_H_
 
-#include <initializer_list>
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include "korvixsdk/client_service.h"
 #include "korvixsdk/service_registry.h"
@@ -36,13 +34,8 @@ class DefaultClientService : public IClientService {
   Result<std::string> ResolveDeviceId();
   /// Keeps the message as the last error and logs it behind the operation's name.
   void RecordFailure(const char* operation, const std::string& message);
-
-  /// The parts of a log line, which is put together only where a logger takes it.
-  using LineParts = std::initializer_list<std::string_view>;
-  void LogInfo(LineParts parts) const;
-  void LogWarning(LineParts parts) const;
-  void LogError(LineParts parts) const;
-  void Log(void (ILogger::*write)(const std::string&), LineParts parts) const;
+  /// The registry's, asked anew for each line; null where there is none.
+  ILogger* logger() const;
 
   std::shared_ptr<ServiceRegistry> services_;
   SDKConfig config_;
