@@ -4,6 +4,8 @@
 
 #include <memory>
 
+#include "doctor/verdicts.h"
+
 namespace doctor {
 namespace {
 
@@ -65,6 +67,16 @@ bool CheckHttpUrl(const ParsedUrl& url, Findings& findings) {
 bool IsLoopback(const ParsedUrl& url) {
   const std::string host = url.Part(CURLUPART_HOST);
   return host == "localhost" || host == "[::1]" || host.compare(0, 4, "127.") == 0;
+}
+
+/// A proxy's address may carry a password.
+std::string WithoutUser(const std::string& address) {
+  const std::size_t at = address.rfind('@');
+  if (at == std::string::npos) return address;
+  const std::size_t scheme_end = address.find("://");
+  const std::string scheme =
+      scheme_end == std::string::npos ? "" : address.substr(0, scheme_end + 3);
+  return scheme + address.substr(at + 1);
 }
 
 enum class Step { kName, kConnection, kTls };
@@ -167,6 +179,21 @@ Check CheckPackageAddress(const std::string& address, const std::string& base) {
                   "Serve the package over HTTPS");
   }
   return findings.As(id, url.Part(CURLUPART_SCHEME) + " to " + url.Part(CURLUPART_HOST));
+}
+
+Check CheckProxy(const Connection& connection, const std::vector<std::string>& system_proxies) {
+  const char* const id = "address.proxy";
+  if (!connection.proxy.empty()) {
+    return Pass(id, WithoutUser(connection.proxy) + ", from " + connection.proxy_variable);
+  }
+  if (system_proxies.empty()) return Pass(id, "none");
+  Findings findings;
+  for (const std::string& proxy : system_proxies) {
+    findings.Warn("none is used, though Windows knows " + WithoutUser(proxy),
+                  "Set https_proxy or http_proxy for the host, or give the host a network client "
+                  "that looks at the settings of Windows");
+  }
+  return findings.As(id, {});
 }
 
 std::vector<Check> CheckConnection(const Connection& connection, bool tls) {

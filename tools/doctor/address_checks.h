@@ -18,9 +18,8 @@ std::string SchemeOf(const std::string& address);
 /// address.form: an address to which the endpoints' paths can be appended.
 Check CheckBaseAddress(const std::string& address);
 
-/// package.address: an address that a package can be downloaded from.
-/// \param base the service's.
-Check CheckPackageAddress(const std::string& address, const std::string& base);
+/// address.proxy, from one attempt and from what the system's settings name.
+Check CheckProxy(const Connection& connection, const std::vector<std::string>& system_proxies);
 
 /// address.name, address.connection and address.tls, from one attempt. Those behind the first that
 /// failed are not tried.

@@ -23,6 +23,7 @@ constexpr Title kTitles[] = {
     {"device-id.value", "Identifier of the machine"},
     {"device-id.stable", "The same identifier twice"},
     {"address.form", "Form of the address"},
+    {"address.proxy", "Proxy on the way"},
     {"address.name", "Name of the service resolved"},
     {"address.connection", "Connection to the service"},
     {"address.tls", "TLS and certificate"},
@@ -39,6 +40,7 @@ constexpr Title kTitles[] = {
     {"update.escapes", "Escapes in the update reply"},
     {"update.answer", "Answer to the update check"},
     {"update.digest", "Digest in the offer"},
+    {"update.decision", "What becomes of this host"},
     {"update.library", "The library's own update check"},
     {"package.address", "Address of the package"},
     {"package.name", "Name of the package file"},
@@ -116,9 +118,12 @@ Check Findings::As(const char* id, std::string all_is_well) const {
   return check;
 }
 
-void Checklist::Add(Check check) {
-  checks_.push_back(std::move(check));
-  show_(checks_.back());
+Status WorstOf(const std::vector<Check>& checks) {
+  Status worst = Status::kPass;
+  for (const Check& check : checks) {
+    if (check.status != Status::kNotTried) worst = std::max(worst, check.status);
+  }
+  return worst;
 }
 
 void Checklist::Add(const std::vector<Check>& checks) {
@@ -127,11 +132,6 @@ void Checklist::Add(const std::vector<Check>& checks) {
 
 void Checklist::AddNotTried(std::initializer_list<const char*> ids, const std::string& reason) {
   for (const char* const id : ids) Add(NotTried(id, reason));
-}
-
-bool Checklist::HasFailure() const {
-  return std::any_of(checks_.begin(), checks_.end(),
-                     [](const Check& check) { return check.status == Status::kFail; });
 }
 
 bool Checklist::Failed(std::initializer_list<const char*> ids) const {

@@ -1,10 +1,10 @@
 #ifndef KORVIXSDK_TOOLS_DOCTOR_CHECKLIST_H_
 #define KORVIXSDK_TOOLS_DOCTOR_CHECKLIST_H_
 
-#include <functional>
 #include <initializer_list>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace doctor {
@@ -54,22 +54,21 @@ class Findings {
   Check check_;
 };
 
-/// The lines so far. Each is shown as soon as it is there.
+/// The worst of them. What was not tried does not count.
+Status WorstOf(const std::vector<Check>& checks);
+
+/// The lines so far.
 class Checklist {
  public:
-  explicit Checklist(std::function<void(const Check&)> show) : show_(std::move(show)) {}
-
-  void Add(Check check);
+  void Add(Check check) { checks_.push_back(std::move(check)); }
   void Add(const std::vector<Check>& checks);
   void AddNotTried(std::initializer_list<const char*> ids, const std::string& reason);
 
   const std::vector<Check>& checks() const { return checks_; }
-  bool HasFailure() const;
   /// Whether one of these lines is a failure.
   bool Failed(std::initializer_list<const char*> ids) const;
 
  private:
-  std::function<void(const Check&)> show_;
   std::vector<Check> checks_;
 };
 

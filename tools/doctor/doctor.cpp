@@ -11,17 +11,15 @@ namespace doctor {
 
 int Run(const Options& options, std::ostream& out) {
   Subject subject(options);
-  Checklist checklist([&](const Check& check) {
-    if (!options.json) PrintLine(check, out);
-  });
+  Checklist checklist;
   CheckMachine(subject, checklist);
   CheckPackage(subject, CheckService(subject, checklist), checklist);
   if (options.json) {
-    PrintJson(checklist.checks(), out);
+    PrintJson(options, checklist.checks(), out);
   } else {
-    PrintSummary(checklist.checks(), out);
+    PrintText(checklist.checks(), out);
   }
-  return checklist.HasFailure() ? kSomethingFailed : 0;
+  return WorstOf(checklist.checks()) == Status::kFail ? kSomethingFailed : 0;
 }
 
 }  // namespace doctor

@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <memory>
+#include <string_view>
 
 namespace doctor {
 namespace {
@@ -83,6 +84,28 @@ std::size_t CollectBody(char* data, std::size_t size, std::size_t count, void* b
   return 0;
 }
 
+/// libcurl itself decides which variable counts and whom no_proxy leaves out, and tells in its
+/// trace alone: "Uses proxy env variable http_proxy == 'http://proxy:3128'".
+int NoteProxy(CURL*, curl_infotype type, char* data, std::size_t size, void* connection) noexcept
+    try {
+  constexpr std::string_view kBeginning = "Uses proxy env variable ";
+  constexpr std::string_view kMiddle = " == '";
+  std::string_view text(data, size);
+  if (type != CURLINFO_TEXT || text.substr(0, kBeginning.size()) != kBeginning) return 0;
+  text.remove_prefix(kBeginning.size());
+  const std::size_t middle = text.find(kMiddle);
+  const std::size_t end = text.rfind('\'');
+  const std::string variable(text.substr(0, middle));
+  if (middle == std::string_view::npos || variable == "no_proxy" || variable == "NO_PROXY")
+    return 0;
+  const std::size_t begin = middle + kMiddle.size();
+  static_cast<Connection*>(connection)->proxy = text.substr(begin, end - begin);
+  static_cast<Connection*>(connection)->proxy_variable = variable;
+  return 0;
+} catch (const std::exception&) {
+  return 0;
+}
+
 double Milliseconds(curl_off_t microseconds) { return static_cast<double>(microseconds) / 1000; }
 
 }  // namespace
@@ -93,6 +116,9 @@ Connection Connect(const std::string& url) {
   transfer.Set(CURLOPT_CONNECTTIMEOUT, kConnectSeconds);
   transfer.Set(CURLOPT_TIMEOUT, kConnectAndHandshakeSeconds);
   Connection connection;
+  transfer.Set(CURLOPT_VERBOSE, 1L);
+  transfer.Set(CURLOPT_DEBUGFUNCTION, &NoteProxy);
+  transfer.Set(CURLOPT_DEBUGDATA, &connection);
   connection.failure = transfer.Perform();
   const auto name = transfer.Info<curl_off_t>(CURLINFO_NAMELOOKUP_TIME_T, 0);
   const auto connected = transfer.Info<curl_off_t>(CURLINFO_CONNECT_TIME_T, 0);

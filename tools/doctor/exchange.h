@@ -24,6 +24,9 @@ struct Connection {
   double tls_milliseconds = -1;
   /// "127.0.0.1:8080", of the proxy where there is one.
   std::string peer{};
+  /// Empty when none is used; otherwise as the variable of the environment has it.
+  std::string proxy{};
+  std::string proxy_variable{};
   /// Not 0 when the certificate was not accepted, where the TLS library tells.
   long verify_result = 0;
 };

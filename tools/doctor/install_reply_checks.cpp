@@ -1,5 +1,3 @@
-#include "doctor/install_reply_checks.h"
-
 #include <charconv>
 #include <cstdint>
 #include <optional>
@@ -7,6 +5,7 @@
 #include <system_error>
 
 #include "doctor/json_object.h"
+#include "doctor/verdicts.h"
 #include "network/service_code.h"
 
 namespace doctor {

@@ -10,10 +10,8 @@ constexpr char kDescription[] =
 
 constexpr char kFooter[] =
     "Exit status: 0, or 12 when a line is `fail`, and above 100 for wrong usage. With --json it\n"
-    "prints one list of {\"id\", \"title\", \"status\", \"reason\", \"remedy\", "
-    "\"milliseconds\"}.\n"
-    "It reports the installation twice and downloads the package twice: once by itself and once\n"
-    "through the library.";
+    "prints one object. It reports the installation and downloads the package twice: once by\n"
+    "itself and once through the library.";
 
 void AddOptions(CLI::App& app, Options& options) {
   korvixsdk::SDKConfig& config = options.config;

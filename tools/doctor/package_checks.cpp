@@ -6,7 +6,7 @@
 #include "doctor/address_checks.h"
 #include "doctor/exchange.h"
 #include "doctor/folder.h"
-#include "doctor/package_name.h"
+#include "doctor/verdicts.h"
 
 namespace doctor {
 namespace {

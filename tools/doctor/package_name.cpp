@@ -1,8 +1,7 @@
-#include "doctor/package_name.h"
-
 #include <algorithm>
 #include <string_view>
 
+#include "doctor/verdicts.h"
 #include "update/package_path.h"
 
 namespace doctor {

@@ -5,17 +5,15 @@
 #include <vector>
 
 #include "doctor/checklist.h"
+#include "doctor/options.h"
 
 namespace doctor {
 
-/// One line for people, and a second one with the remedy where there is one.
-void PrintLine(const Check& check, std::ostream& out);
+/// For people: failures first, then warnings, each with what to do; what was not tried in one line.
+void PrintText(const std::vector<Check>& checks, std::ostream& out);
 
-/// How many lines passed and how many did not.
-void PrintSummary(const std::vector<Check>& checks, std::ostream& out);
-
-/// All lines for programs: a list of {id, title, status, reason, remedy, milliseconds}.
-void PrintJson(const std::vector<Check>& checks, std::ostream& out);
+/// For programs: one object with who was examined where and when, and all checks in their order.
+void PrintJson(const Options& options, const std::vector<Check>& checks, std::ostream& out);
 
 }  // namespace doctor
 

@@ -5,8 +5,8 @@
 
 #include "doctor/address_checks.h"
 #include "doctor/exchange.h"
-#include "doctor/install_reply_checks.h"
-#include "doctor/update_reply_checks.h"
+#include "doctor/system.h"
+#include "doctor/verdicts.h"
 #include "network/update_check_endpoint.h"
 
 namespace doctor {
@@ -52,15 +52,18 @@ Check CheckExchange(const char* id, const std::string& url, const Exchange& exch
 bool CheckAddress(const std::string& address, Checklist& checklist) {
   checklist.Add(CheckBaseAddress(address));
   if (IsMockAddress(address)) {
-    checklist.AddNotTried({"address.name", "address.connection", "address.tls"}, kMockReason);
+    checklist.AddNotTried({"address.proxy", "address.name", "address.connection", "address.tls"},
+                          kMockReason);
     return false;
   }
   if (checklist.Failed({"address.form"})) {
-    checklist.AddNotTried({"address.name", "address.connection", "address.tls"},
+    checklist.AddNotTried({"address.proxy", "address.name", "address.connection", "address.tls"},
                           "the address is not well formed");
     return false;
   }
-  checklist.Add(CheckConnection(Connect(address), SchemeOf(address) == "https"));
+  const Connection connection = Connect(address);
+  checklist.Add(CheckProxy(connection, SystemProxies()));
+  checklist.Add(CheckConnection(connection, SchemeOf(address) == "https"));
   return !checklist.Failed({"address.name", "address.connection", "address.tls"});
 }
 
@@ -110,11 +113,11 @@ UpdateInfo CheckUpdateByDoctor(const Subject& subject, Checklist& checklist) {
   checklist.Add(CheckExchange("update.request", url, exchange));
   if (checklist.Failed({"update.request"})) {
     checklist.AddNotTried({"update.json", "update.lookup", "update.types", "update.escapes",
-                           "update.answer", "update.digest"},
+                           "update.answer", "update.digest", "update.decision"},
                           "there is no reply to read");
     return {};
   }
-  checklist.Add(CheckUpdateReply(exchange.body));
+  checklist.Add(CheckUpdateReply(exchange.body, {config.version}));
   return korvixsdk::ReadUpdateReply(exchange.body);
 }
 
@@ -170,7 +173,7 @@ UpdateInfo CheckUpdate(Subject& subject, bool reachable, const char* why_not,
                        Checklist& checklist) {
   if (reachable) return CheckUpdateByDoctor(subject, checklist);
   checklist.AddNotTried({"update.request", "update.json", "update.lookup", "update.types",
-                         "update.escapes", "update.answer", "update.digest"},
+                         "update.escapes", "update.answer", "update.digest", "update.decision"},
                         why_not);
   return {};
 }

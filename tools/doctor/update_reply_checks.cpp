@@ -1,13 +1,10 @@
-#include "doctor/update_reply_checks.h"
-
-#include <korvixsdk/korvixsdk.h>
-
 #include <algorithm>
 #include <optional>
 #include <string>
 
 #include "doctor/json_object.h"
 #include "doctor/loose_lookup.h"
+#include "doctor/verdicts.h"
 #include "network/json_member_lookup.h"
 #include "network/service_code.h"
 #include "network/update_check_endpoint.h"
@@ -258,7 +255,7 @@ Check CheckDigest(const korvixsdk::UpdateInfo& offer) {
 
 }  // namespace
 
-std::vector<Check> CheckUpdateReply(std::string_view body) {
+std::vector<Check> CheckUpdateReply(std::string_view body, const ReplyContext& context) {
   const std::string reply = Readable(body);
   const JsonObject object = ReadJsonObject(reply);
   const korvixsdk::UpdateInfo offer = korvixsdk::ReadUpdateReply(std::string(body));
@@ -274,6 +271,7 @@ std::vector<Check> CheckUpdateReply(std::string_view body) {
   }
   checks.push_back(CheckAnswer(body, offer));
   checks.push_back(CheckDigest(offer));
+  checks.push_back(CheckDecision(offer, context));
   return checks;
 }
 

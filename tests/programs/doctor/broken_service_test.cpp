@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 #include <korvixsdk/korvixsdk.h>
+#include <korvixsdk/version.h>
 
 #include <filesystem>
 #include <functional>
+#include <regex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -38,6 +40,14 @@ Examination ExamineService(const std::function<void(Service&, const std::string&
 }
 
 void ExpectFormOf(const Examination& examination) {
+  const nlohmann::json& report = examination.report;
+  EXPECT_EQ(report.size(), 6u);
+  EXPECT_EQ(report.at("schema"), 1);
+  EXPECT_TRUE(std::regex_match(report.at("time").get<std::string>(),
+                               std::regex(R"(20\d\d-\d\d-\d\dT\d\d:\d\d:\d\dZ)")))
+      << report.at("time");
+  EXPECT_FALSE(report.at("system").get<std::string>().empty());
+  EXPECT_EQ(report.at("status") == "fail", examination.exit_status == kSomethingFailed);
   std::vector<std::string> ids;
   for (const nlohmann::json& line : examination.lines) {
     ids.push_back(line.at("id"));
@@ -83,6 +93,19 @@ TEST(Doctor, FindsNothingWrongWithAHealthyService) {
   }
   EXPECT_EQ(examination.Reason("install.library"), "accepted with code 400: Welcome");
   EXPECT_EQ(examination.Reason("update.library"), "optional update from 1.4.0 to 2.0.0");
+}
+
+TEST(Doctor, TellsWhatItExamined) {
+  const TempFolder folder;
+  const Examination examination = Examine(folder, "mock://x", {"--package-url", "mock://y"});
+  const nlohmann::json expected = {{"product", "editor"},
+                                   {"version", "1.4.0"},
+                                   {"server", "mock://x"},
+                                   {"package_url", "mock://y"},
+                                   {"cache", folder.Entry("cache")},
+                                   {"fallback_id", folder.Entry("device-id")},
+                                   {"library", KORVIXSDK_VERSION}};
+  EXPECT_EQ(examination.report.at("subject"), expected);
 }
 
 TEST(Doctor, TimesWhatTakesTime) {
@@ -201,6 +224,18 @@ TEST(Doctor, FindsBrokenUpdateReplies) {
              Plain(R"({"version":"2.0.0","download_url":")" + address + R"(/editor.pkg"})");
        },
        "update.digest", "warn", "no digest", false},
+      {"a mandatory version that is older",
+       [](Service& service, const std::string& address) {
+         service.update = Plain(R"({"force_update":true,)" +
+                                UpdateReply(address + "/editor.pkg", "1.3.0").substr(1));
+       },
+       "update.decision", "fail", "older than the host's 1.4.0", true},
+      {"a version below the minimum, which hosts take again and again",
+       [](Service& service, const std::string& address) {
+         service.update = Plain(R"({"min_supported_version":"1.5.0",)" +
+                                UpdateReply(address + "/editor.pkg", "1.4.0").substr(1));
+       },
+       "update.decision", "fail", "without end", true},
       {"nothing to offer",
        [](Service& service, const std::string&) { service.update = Plain(R"({"code":400})"); },
        "update.answer", "pass", "nothing is offered", false},

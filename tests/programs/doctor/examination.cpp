@@ -51,7 +51,8 @@ Examination Examine(const TempFolder& folder, const std::string& address,
   }
   std::ostringstream out;
   examination.exit_status = doctor::Run(*read, out);
-  examination.lines = nlohmann::json::parse(out.str());
+  examination.report = nlohmann::json::parse(out.str());
+  examination.lines = examination.report.at("checks");
   return examination;
 }
 

@@ -13,6 +13,8 @@ namespace korvixsdk::test {
 /// What `korvix-doctor --json` printed.
 struct Examination {
   int exit_status = 0;
+  nlohmann::json report{};
+  /// Its checks.
   nlohmann::json lines{};
 
   /// The line of this identifier; a failure of the test when there is none.

@@ -1,10 +1,9 @@
-#include "doctor/install_reply_checks.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
+#include "doctor/verdicts.h"
 #include "programs/doctor/find_check.h"
 
 namespace doctor {

@@ -1,9 +1,8 @@
-#include "doctor/package_name.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
 
+#include "doctor/verdicts.h"
 #include "programs/doctor/find_check.h"
 
 namespace doctor {

@@ -1,15 +1,15 @@
-#include "doctor/update_reply_checks.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
+#include "doctor/verdicts.h"
 #include "programs/doctor/find_check.h"
 
 namespace doctor {
 namespace {
 
+const ReplyContext kHost = {"1.4.0"};
 const std::string kDigest = "25967fb5be05c8fdc451e754115e0e99fe165398e585b480b59a5c69428b1e16";
 const std::string kRest =
     R"("download_url":"https://h/p","sha256":")" + kDigest + R"(","force_update":false})";
@@ -23,13 +23,14 @@ std::string With(const std::string& members) { return "{" + members + "," + kRes
 
 void ExpectJudgements(const std::vector<Judgement>& judgements) {
   for (const Judgement& judgement : judgements) {
-    ExpectJudgement(judgement, Find(CheckUpdateReply(judgement.text), judgement.id));
+    ExpectJudgement(judgement, Find(CheckUpdateReply(judgement.text, kHost), judgement.id));
   }
 }
 
 TEST(UpdateReplyChecks, PassASoundReply) {
-  EXPECT_TRUE(AllPass(CheckUpdateReply(kSound)));
-  EXPECT_TRUE(AllPass(CheckUpdateReply(With(R"("version":"2.10","history":[{"version":"1.0"}])"))));
+  EXPECT_TRUE(AllPass(CheckUpdateReply(kSound, kHost)));
+  EXPECT_TRUE(
+      AllPass(CheckUpdateReply(With(R"("version":"2.10","history":[{"version":"1.0"}])"), kHost)));
 }
 
 TEST(UpdateReplyChecks, SayWhyAReplyIsNoJsonObject) {
