@@ -18,6 +18,9 @@ ClientManager::ClientManager() : sdk_(std::make_unique<KorvixSDK>()) {}
 ClientManager::~ClientManager() = default;
 
 Error ClientManager::Init(const ClientManagerConfig& config) {
+  // A new facade each time, so that nothing of an earlier configuration lives on. It takes the old
+  // one's place only when it works, but the old one is not used again either: whoever asked for
+  // another configuration must not go on with the last one unawares.
   initialized_ = false;
   Error error = OrElse(
       [&] {
@@ -30,6 +33,7 @@ Error ClientManager::Init(const ClientManagerConfig& config) {
         return Error{};
       },
       [](const char*) { return InitOutOfMemoryError(); });
+  // Nothing reads these two; they are part of the class's layout, and a debugger shows them.
   last_error_code_ = error.code;
   last_error_message_ = OrElse([&] { return error.message; }, std::string());
   initialized_ = error.ok();

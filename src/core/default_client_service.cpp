@@ -36,6 +36,8 @@ const char* MissingField(const SDKConfig& config) {
   return nullptr;
 }
 
+/// By the system itself: `IFileSystemProvider` is for packages, and one of the host's need not know
+/// folders at all. Initialisation does not depend on it.
 bool CreateCacheDirectory(const std::string& cache_dir) {
   const std::optional<std::filesystem::path> native = NativePathFromNarrow(cache_dir);
   return native && CreateDirectoryChain(*native);
@@ -51,15 +53,23 @@ Error DefaultClientService::Init(const SDKConfig& config) {
                 [](const char*) { return InitOutOfMemoryError(); });
 }
 
+// Three ways through. What fails at the checks has changed nothing. What fails at the cache
+// directory has adopted the configuration already, and leaves the service as initialised as it was
+// before. What gets through initialises it, for good: no later failure takes that back, so that a
+// host that tries another configuration keeps a service that works.
 Error DefaultClientService::CheckAndAdopt(const SDKConfig& config) {
   if (const char* const missing = MissingField(config)) {
     LogError(logger(), {"Init failed: ", missing});
     return Fail(kInvalidArgument, missing);
   }
+  // Nobody asks the clock. It stands for a registry that somebody has filled; every other service
+  // is looked for by the operation that needs it, so that a host may leave out what it does not
+  // use.
   if (!services_ || !services_->time_provider) {
     LogError(logger(), {"Init failed: required services are not configured"});
     return Fail(kInvalidState, "Required services are not configured");
   }
+  // What memory may not suffice for comes before what shows.
   SDKConfig copy = config;
   SetDefaultFallbackIdPath(config.fallback_device_id_path);
   config_ = std::move(copy);
@@ -72,6 +82,7 @@ Error DefaultClientService::CheckAndAdopt(const SDKConfig& config) {
     LogError(logger(), {error.message});
     return error;
   }
+  // The address is no part of `INetworkClient`: a client of the host's knows its service by itself.
   const auto client = std::dynamic_pointer_cast<DefaultNetworkClient>(services_->network_client);
   if (client) client->server_base_url = config.server_base_url;
   initialized_ = true;
@@ -90,16 +101,19 @@ Result<std::string> DefaultClientService::GetDeviceId() {
   }
   last_error_.clear();
   LogInfo(logger(), {"GetDeviceId succeeded"});
-  result.error = Error{};
+  result.error = Error{};  // A provider may have put a message beside code 0.
   return result;
 }
 
+// Logs nothing and keeps no error: a report is made in passing, and must not hide what the last
+// update operation had to say.
 Result<ServerResult> DefaultClientService::ReportInstall() {
   Result<ServerResult> result;
   if (!IsInitialized(&result.error)) return result;
   if (!services_ || !services_->network_client) {
     return Fail(kInvalidState, kNoNetworkClient);
   }
+  // A check goes on without an identifier; a report of an unknown machine would count for nothing.
   Result<std::string> device_id = ResolveDeviceId();
   if (!device_id.ok()) return {{}, std::move(device_id.error)};
   return CallService(kNetworkClient, [&] {
@@ -108,6 +122,7 @@ Result<ServerResult> DefaultClientService::ReportInstall() {
   });
 }
 
+// What is copied here are the texts of the exchange, so a lack of memory counts as its failure.
 Result<UpdateInfo> DefaultClientService::CheckForUpdate() {
   return OrElse([this] { return CheckAndDecide(); },
                 [this](const char*) {
@@ -129,6 +144,8 @@ Result<UpdateInfo> DefaultClientService::CheckAndDecide() {
   }
   // Without an identifier the check goes on; the request then carries an empty one.
   const UpdateCheckRequest request{config_.product_id, config_.version, ResolveDeviceId().value};
+  // Of the identifier and of the address a line only says that there is one: logs are passed
+  // around.
   LogInfo(logger(), {"CheckForUpdate request started product_id=", request.product_id,
                      ", version=", request.version,
                      ", device_id_present=", BoolText(!request.device_id.empty())});
@@ -149,6 +166,7 @@ Result<UpdateInfo> DefaultClientService::CheckAndDecide() {
     RecordFailure("CheckForUpdate", undecided.message);
     return {{}, std::move(undecided)};
   }
+  // To reject a request is an answer, not a failure, but its text is what a host will ask for.
   last_error_ = result.value.message;
   if (result.value.has_update) {
     LogInfo(logger(), {"CheckForUpdate detected a newer version: ", result.value.latest_version});
@@ -213,6 +231,7 @@ Result<std::string> DefaultClientService::ResolveDeviceId() {
         kDeviceIdProvider, [this] { return services_->device_id_provider->GetDeviceId(); });
     if (!device_id.ok()) return {{}, std::move(device_id.error)};
     if (!device_id.value.empty()) return device_id;
+    // An empty identifier is a provider that was not set up.
   }
   return Fail(kInvalidState, "Device id provider is not configured");
 }

@@ -33,6 +33,8 @@ void FillDefaultServices(const std::shared_ptr<ServiceRegistry>& services) {
   FillMember<PlaceholderDeviceIdProvider>(services->device_id_provider, std::string());
   FillMember<DefaultNetworkClient>(services->network_client);
   FillMember<DefaultUpdatePolicy>(services->update_policy);
+  // These two get the registry and not its members, so that they use what stands there when they
+  // are called. They keep it alive, and it keeps them.
   FillMember<DefaultUpdatePackageService>(services->update_package_service, services);
   FillMember<DefaultClientService>(services->client_service, services);
 }

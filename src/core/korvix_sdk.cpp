@@ -18,6 +18,7 @@ constexpr char kClientService[] = "Client service";
 KorvixSDK::KorvixSDK()
     : services_(SdkFactory::CreateDefaultServices()), service_(services_->client_service) {}
 
+// A core service of the host's brings its own services, so there is no registry beside it.
 KorvixSDK::KorvixSDK(std::shared_ptr<IClientService> service) : service_(std::move(service)) {
   if (service_) return;
   services_ = SdkFactory::CreateDefaultServices();
@@ -31,13 +32,15 @@ KorvixSDK& KorvixSDK::operator=(KorvixSDK&& other) noexcept = default;
 Error KorvixSDK::Init(const SDKConfig& config) {
   const Error adopted = OrElse(
       [&] {
+        // A logger alone starts from a new registry, too: the services of the old one may be in use
+        // elsewhere and keep the logger that they have. With neither, everything stays.
         if (config.services || config.logger) {
           services_ = config.services ? config.services : std::make_shared<ServiceRegistry>();
           if (config.logger) services_->logger = config.logger;
           FillDefaultServices(services_);
           service_ = services_->client_service;
         }
-        if (!service_) {
+        if (!service_) {  // The facade was moved from.
           services_ = SdkFactory::CreateDefaultServices();
           service_ = services_->client_service;
         }
@@ -70,6 +73,7 @@ Error KorvixSDK::LaunchPreparedUpdate(const PreparedUpdate& prepared,
                      [&] { return service_->LaunchPreparedUpdate(prepared, updater_path); });
 }
 
+// The only operation that looks for the service: a host asks it when something went wrong.
 std::string KorvixSDK::GetLastError() const {
   if (!service_) return "Client service unavailable";
   const auto ask = [this] { return Result<std::string>{service_->GetLastError(), {}}; };

@@ -10,6 +10,7 @@
 namespace korvixsdk {
 namespace {
 
+/// Held in 64 bits, in which ten times the largest and one digit more cannot overflow.
 constexpr std::int64_t kLargestComponent = std::numeric_limits<std::int32_t>::max();
 constexpr std::int64_t kNoVersion = -1;
 
@@ -52,6 +53,8 @@ bool IsNewerVersion(std::string_view current, std::string_view candidate) noexce
 }
 
 Error DecideUpdate(const std::string& current_version, IUpdatePolicy* policy, UpdateInfo& info) {
+  // Without a policy no order is known. Another version then is an offer, as the service would not
+  // name it for nothing, and a minimum cannot be missed.
   Result<bool> newer;
   if (!info.latest_version.empty()) {
     newer = policy != nullptr ? Ask(*policy, current_version, info.latest_version)
@@ -64,6 +67,8 @@ Error DecideUpdate(const std::string& current_version, IUpdatePolicy* policy, Up
   }
   if (!below_minimum.ok()) return std::move(below_minimum.error);
   if (below_minimum.value) {
+    // Only raised: what the service calls mandatory stays so. A reply that names the minimum alone
+    // offers that, as a host must have a version to show.
     info.force_update = true;
     if (info.latest_version.empty()) info.latest_version = info.min_supported_version;
   }

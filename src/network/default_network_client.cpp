@@ -30,6 +30,7 @@ Result<ServerResult> DefaultNetworkClient::ReportInstall(const std::string& prod
   });
 }
 
+// Which of the three it is, is decided at every call: another `Init` may bring another address.
 Result<UpdateInfo> DefaultNetworkClient::CheckForUpdate(const UpdateCheckRequest& request) {
   return Answer<UpdateInfo>([&]() -> Result<UpdateInfo> {
     if (server_base_url.empty()) return {{}, TransportUnavailableError(server_base_url)};

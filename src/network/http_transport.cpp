@@ -8,6 +8,7 @@
 namespace korvixsdk {
 namespace {
 
+/// The shorter limit leaves a service that is there, but slow, half of the time for its answer.
 constexpr long kConnectTimeoutSeconds = 10;
 constexpr long kTimeoutSeconds = 20;
 
@@ -26,10 +27,14 @@ HttpResponse PerformGet(const std::string& server_base_url, std::string_view pat
                         const QueryParameters& params) {
   HttpResponse response;
   long status = 0;
+  // Of the exchange only body and status are needed: connection and buffers are given back before
+  // the caller reads the body.
   {
     const CurlHandle handle = MakeCurlHandle();
     Result<std::string> url = BuildUrl(handle, server_base_url, path, params);
     if (!url.ok()) return {{}, std::move(url.error)};
+    // What is not named here stays as libcurl has it: certificates are verified, no header and no
+    // name of a client is added.
     CURLcode result = CurlOptions(handle)
                           .SetUrl(url.value)
                           .Set(CURLOPT_FOLLOWLOCATION, 1L)
@@ -45,6 +50,7 @@ HttpResponse PerformGet(const std::string& server_base_url, std::string_view pat
   if (!IsSuccessStatus(status)) {
     return {{}, Fail(kNetworkError, "HTTP status is not successful: " + std::to_string(status))};
   }
+  // Also with status 204: both endpoints have something to say.
   if (response.body.empty()) return {{}, Fail(kInvalidResponse, "HTTP response body is empty")};
   return response;
 }

@@ -13,8 +13,8 @@ namespace {
 
 constexpr char kInstallPath[] = "/API/v2/sdk/install/";
 
-/// The accept flag must say the same three times: as "allowed", as code and, where given, as
-/// "success".
+/// What is reported is counted, so a reply that contradicts itself is none. The accept flag must
+/// say the same three times: as "allowed", as code and, where given, as "success".
 bool IsConsistent(const ResponseEnvelope& envelope) {
   if (!envelope.accepted || !envelope.code || !envelope.allowed) return false;
   const bool accepting_code =
@@ -23,6 +23,7 @@ bool IsConsistent(const ResponseEnvelope& envelope) {
   return !envelope.success || *envelope.success == *envelope.allowed;
 }
 
+/// Hosts show the text, so there is always one.
 const char* DefaultMessage(bool success) {
   return success ? "Success" : "Server rejected install tracking request";
 }
@@ -40,6 +41,7 @@ Result<ServerResult> SendInstallReport(const std::string& server_base_url,
 }
 
 Result<ServerResult> ReadInstallReply(const std::string& body) {
+  // A rejection gets through here: the service has understood, and its answer is the result.
   ResponseEnvelope envelope = ReadResponseEnvelope(body);
   if (!IsConsistent(envelope)) {
     return Fail(kInvalidResponse, "invalid JSON or install response schema");

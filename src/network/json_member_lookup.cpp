@@ -37,7 +37,9 @@ std::string StringContent(std::string_view text) {
   return content;
 }
 
-/// `text` begins behind the quoted key; nothing when there is no colon or no value.
+/// Whatever stands between key and colon is passed over, and a nested value is cut at its first
+/// comma or brace: flat members are all that this is for. `text` begins behind the quoted key;
+/// nothing when there is no colon or no value.
 std::optional<std::string> MemberBehind(std::string_view text) {
   const std::size_t colon = text.find(':');
   if (colon == std::string_view::npos) return std::nullopt;
@@ -98,6 +100,7 @@ void FindJsonMembers(std::string_view text, JsonMember* first, const JsonMember*
 
 std::optional<std::int32_t> IntFromToken(std::string_view token) {
   const std::string_view digits = TrimAscii(token);
+  // No sign, fraction or exponent: what is no plain number is read as not there.
   if (digits.empty() || digits.find_first_not_of("0123456789") != std::string_view::npos) {
     return std::nullopt;
   }

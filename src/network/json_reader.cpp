@@ -11,6 +11,7 @@
 namespace korvixsdk {
 namespace {
 
+/// The reader calls itself for each level, and a reply must not decide how much stack that takes.
 constexpr int kDeepestNesting = 64;
 /// Room for the longest known key and one character more; a longer key is not known.
 constexpr std::size_t kKeyRoom = 12;
@@ -62,6 +63,9 @@ class PlainCharacters {
 };
 constexpr PlainCharacters kIsPlain;
 
+/// Five members are wanted of an object whose form is known, so there is no tree: what is not
+/// wanted is checked, as a text that is no JSON further on is not to be trusted before.
+///
 /// Every Parse function takes where it begins in the text and answers where it ended, or null when
 /// the text is to be rejected. Passing the cursor by value keeps it in a register: as a member,
 /// which a `char` may alias, it went through memory at each step, for a quarter of the time.
@@ -154,6 +158,8 @@ class Reader {
     return otherwise();
   }
 
+  /// A member given twice is rejected: another reader on the way, such as a proxy that filters,
+  /// might have gone by the other one.
   template <typename T>
   const char* ParseKnown(const char* at, std::optional<T>& member) const {
     at = ParseColon(at);
@@ -286,6 +292,7 @@ class Reader {
     std::uint32_t code_point = 0;
     at = ParseCodeUnit(at, code_point);
     if (at == nullptr || (code_point >= 0xDC00 && code_point <= 0xDFFF)) return nullptr;
+    // Above 0xFFFF a character is written as two units; half of one stands for nothing.
     if (code_point >= 0xD800 && code_point <= 0xDBFF) {
       std::uint32_t low = 0;
       at = AcceptLiteral(at, "\\u");

@@ -11,6 +11,7 @@
 namespace korvixsdk {
 namespace {
 
+/// Any code but the two that accept would do.
 constexpr std::int32_t kMockRejected = 202;
 
 ServerResult InstallAnswer(bool accepted, std::int32_t code, const char* message) {
@@ -29,7 +30,7 @@ UpdateInfo CannedOffer(const std::string& current_version) {
   UpdateInfo info;
   info.has_update = true;
   info.latest_version = "9.9.9";
-  info.min_supported_version = current_version;
+  info.min_supported_version = current_version;  // Never mandatory: no host is below its own.
   info.publish_time = "2026-01-20 10:48:48";
   info.update_content = "Mock update payload";
   info.download_url = "https://downloads.example.com/mock-update.bin";
@@ -67,10 +68,11 @@ Result<UpdateInfo> MockCheckForUpdate(const std::string& server_base_url,
       return {{}, TransportUnavailableError(server_base_url)};
     case MockMode::kInvalid:
       return Fail(kInvalidResponse, "Mock update response is invalid");
-    case MockMode::kReject:
+    case MockMode::kReject:  // Of reports only: a host tries both requests at one address.
     case MockMode::kNormal:
       break;
   }
+  // An identifier is not asked for, as a check goes on without one.
   if (request.product_id.empty() || request.version.empty()) {
     return Fail(kInvalidArgument, "Mock update request is missing required fields");
   }

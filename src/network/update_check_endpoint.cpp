@@ -24,6 +24,9 @@ Result<UpdateInfo> SendUpdateCheck(const std::string& server_base_url,
   return {ReadUpdateReply(response.body), Error{}};
 }
 
+// Read loosely where the install reply is read strictly: what a host of today makes of a reply must
+// hold when the service has moved, nested or added members, and a reply that makes no sense is best
+// taken for "no update". A strict reader would leave old hosts without updates for good.
 UpdateInfo ReadUpdateReply(const std::string& body) {
   UpdateInfo info;
   std::string force_update;
@@ -39,6 +42,8 @@ UpdateInfo ReadUpdateReply(const std::string& body) {
                          {"code", code_text},
                          {"msg", message}});
   info.force_update = IsTrueToken(force_update);
+  // Without a code it is an offer: a loose reading goes by what is there. The same goes for a
+  // rejection, which keeps the fields of an offer beside its message.
   const std::int32_t code = IntFromToken(code_text).value_or(kServiceAccepted);
 
   if (code == kServiceAccepted) {

@@ -35,7 +35,7 @@ Result<std::string> Assemble(const CurlHandle& handle, const std::string& server
   char separator = '?';
   for (const auto& [key, value] : params) {
     url += separator;
-    url += key;
+    url += key;  // The library's own, of characters that need no escape.
     url += '=';
     separator = '&';
     if (value.empty()) continue;  // To libcurl a length of zero means "up to the zero byte".

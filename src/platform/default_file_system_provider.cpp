@@ -13,6 +13,8 @@
 namespace korvixsdk {
 namespace {
 
+/// Messages end in the path as it came: the native one may be in an encoding that no log shows, and
+/// the system's reason is in the language of the machine.
 Failure FailAt(const std::string& path, const char* text) {
   return Failure{ErrorOf(kFileSystemError, {text, path})};
 }
@@ -42,6 +44,8 @@ Result<std::string> DefaultFileSystemProvider::ReadFile(const std::string& path)
 }
 
 Error DefaultFileSystemProvider::WriteFile(const std::string& path, const std::string& content) {
+  // Straight into place, without a second name beside it: whoever needs more than whole files can
+  // put a service of its own in this one's place.
   const std::optional<std::filesystem::path> native = NativePath(path);
   if (!native) return FailAt(path, "Failed to open file for write: ");
   if (!OrElse([&] { return CreateParentDirectories(*native); }, false)) {

@@ -19,6 +19,7 @@ namespace {
 constexpr char kIdPrefix[] = "guid-";
 constexpr char kNotWritten[] = "Failed to write fallback device id";
 
+/// The library's one lock: facades in several threads share the path, and nothing else.
 std::mutex published_path_mutex;
 
 /// Made at the first use and never destroyed: a host may call from its own static destructors.
@@ -57,6 +58,9 @@ Result<std::string> StoredOrNewId(const std::string& own_path) {
   if (text.empty()) {
     return Fail(kPlatformError, "No stable device fingerprint sources are available");
   }
+  // Always UTF-8: in the process's code page two programs with different manifests would not find
+  // each other's file. Nor does it go through the host's file system service, which may be replaced
+  // from one version to the next, when the identifier must stay.
   const std::optional<std::filesystem::path> path = NativePathFromUtf8(text);
   if (path) {
     std::string stored = ReadId(*path);
@@ -66,6 +70,7 @@ Result<std::string> StoredOrNewId(const std::string& own_path) {
   const std::string guid = FoldAsciiToLower(NewGuidText());
   if (guid.empty()) return Fail(kPlatformError, "Failed to generate fallback device id");
   std::string id = kIdPrefix + guid;
+  // An identifier that is not kept would make a new machine of this one at every call.
   Error written = WriteId(path, id);
   if (!written.ok()) return {{}, std::move(written)};
   return {std::move(id), Error{}};

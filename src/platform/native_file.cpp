@@ -50,6 +50,7 @@ bool WriteAll(FileDescriptor& file, const std::string& content) {
 
 FileOutcome ReadWholeFile(const std::filesystem::path& path, std::string& content) noexcept {
   content.clear();
+  // Linux opens a folder, and only reading it fails; Windows does not even open it.
   if (IsFolder(path)) return FileOutcome::kNotOpened;
   FileDescriptor file = FileDescriptor::OpenForReading(path.c_str());
   if (!file.is_open()) return FileOutcome::kNotOpened;

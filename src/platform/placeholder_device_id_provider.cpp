@@ -14,13 +14,15 @@
 namespace korvixsdk {
 namespace {
 
+/// Part of what is hashed, so that one property alone never looks like the other.
 constexpr char kMachineGuidLabel[] = "machine_guid:";
 constexpr char kComputerNameLabel[] = "computer_name:";
 constexpr std::string_view kSourceSeparator = "|";
 constexpr std::uint64_t kFnvOffset = 0xcbf29ce484222325u;
 constexpr char kFingerprintPrefix[] = "win-";
 
-/// A property that cannot be read, or is blank, is left out.
+/// A property that cannot be read, or is blank, is left out. Case and white space do not count:
+/// they differ with who asks and how, on one machine.
 void AppendSource(std::string_view label, Result<std::string> property,
                   std::vector<std::string>& sources) {
   if (!property.ok()) return;
@@ -32,6 +34,8 @@ void AppendSource(std::string_view label, Result<std::string> property,
   source.append(label).append(value);
 }
 
+/// A short name for what stands in the machine's own settings; nothing is hidden by it, and it
+/// cannot be changed any more without making a new machine of every one.
 std::uint64_t ContinueFnv1a64(std::uint64_t hash, std::string_view text) {
   for (const char c : text) {
     hash ^= static_cast<unsigned char>(c);

@@ -42,6 +42,7 @@ Result<PreparedUpdate> DefaultUpdatePackageService::DownloadAndVerify(
   if (!services_ || !services_->file_system || !services_->crypto) {
     return Fail(kInvalidState, "Update package service dependencies are not configured");
   }
+  // The folder comes before the download, so that a cache that cannot be written costs no transfer.
   const std::string directory = PackageDirectory(cache_dir);
   Error created = CallService(kFileSystem,
                               [&] { return services_->file_system->CreateDirectories(directory); });
@@ -57,11 +58,13 @@ Result<PreparedUpdate> DefaultUpdatePackageService::DownloadAndVerify(
     return services_->file_system->WriteFile(prepared.package_path, package.value);
   });
   if (!written.ok()) return {{}, std::move(written)};
+  // Of the bytes that came, not of the file: reading it again would take its time once more.
   Result<std::string> digest =
       CallService(kCryptoProvider, [&] { return services_->crypto->Sha256Hex(package.value); });
   if (!digest.ok()) return {{}, std::move(digest.error)};
   prepared.actual_sha256 = std::move(digest.value);
 
+  // The only failure with a value: whoever looks into it wants both digests, and the file.
   if (!DigestMatches(prepared)) {
     prepared.message = "Downloaded update package sha256 mismatch";
     Error mismatch{kHashMismatch, prepared.message};

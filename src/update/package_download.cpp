@@ -11,6 +11,7 @@ namespace korvixsdk {
 namespace {
 
 constexpr long kTimeoutSeconds = 30;
+/// libcurl's defaults, said all the same: what is fetched here will be run.
 constexpr long kVerifyPeer = 1;
 /// The certificate must name the host; 1 would only ask for any name.
 constexpr long kVerifyHost = 2;

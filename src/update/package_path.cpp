@@ -34,6 +34,8 @@ std::string PackagePath(const std::string& cache_dir, const std::string& url) {
   return Join(PackageDirectory(cache_dir), PackageFileName(url));
 }
 
+// The last slash of the whole address, a query's included: services that answer for many packages
+// at one path name them there. The name is the service's, whom the host trusts with what it runs.
 std::string PackageFileName(const std::string& url) {
   const std::size_t slash = url.rfind('/');
   if (slash == std::string::npos) return kDefaultName;

@@ -26,6 +26,7 @@ Error LaunchUpdater(const PreparedUpdate& prepared, const std::string& updater_p
   if (IsMockLaunchFail(updater_path)) {
     return Fail(kInvalidState, "Mock updater launch failed");
   }
+  // The package first: without one the updater's path does not matter.
   if (file_system == nullptr) return Fail(kInvalidState, "File system service is not configured");
   const Result<bool> has_package = Exists(*file_system, prepared.package_path);
   if (!has_package.ok()) return has_package.error;

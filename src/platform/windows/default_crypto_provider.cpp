@@ -27,6 +27,8 @@ struct DestroyHash {
 using Algorithm = std::unique_ptr<std::remove_pointer_t<BCRYPT_ALG_HANDLE>, CloseAlgorithm>;
 using Hash = std::unique_ptr<std::remove_pointer_t<BCRYPT_HASH_HANDLE>, DestroyHash>;
 
+/// Opened for each call: kept open, it would be a state to guard against threads and to end in
+/// time.
 Algorithm OpenSha256() {
   BCRYPT_ALG_HANDLE handle = nullptr;
   const NTSTATUS status = BCryptOpenAlgorithmProvider(&handle, BCRYPT_SHA256_ALGORITHM, nullptr, 0);

@@ -15,6 +15,8 @@ bool Start(const std::string& program, const std::string& argument) {
   // CreateProcessA may write into its command line, which therefore is a copy of its own.
   std::string command_line = QuotedCommandLine(program, argument);
   if (command_line.find('\0') != std::string::npos) return false;
+  // The narrow call takes the paths as they came. No name of a program beside the command line:
+  // that begins with it. No flags: the updater is an ordinary child, and inherits no handle.
   STARTUPINFOA startup{};
   startup.cb = sizeof(startup);
   PROCESS_INFORMATION process{};
@@ -22,6 +24,7 @@ bool Start(const std::string& program, const std::string& argument) {
                       &startup, &process)) {
     return false;
   }
+  // Nobody waits for it or asks how it ended.
   CloseHandle(process.hThread);
   CloseHandle(process.hProcess);
   return true;

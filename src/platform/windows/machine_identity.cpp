@@ -46,6 +46,7 @@ Result<std::string> ReadMachineGuid() {
                    value.data(), &size) != ERROR_SUCCESS) {
     return Fail(kPlatformError, "Failed to read registry value");
   }
+  // The size counts the terminators, of which the registry may hold none, one or more.
   while (!value.empty() && value.back() == L'\0') value.pop_back();
   if (value.empty()) return Fail(kPlatformError, "Registry value is empty");
   std::string text = Utf8FromWide(value);
@@ -53,6 +54,7 @@ Result<std::string> ReadMachineGuid() {
   return {std::move(text), Error{}};
 }
 
+// The short name, which a machine keeps when it joins another domain.
 Result<std::string> ReadComputerName() {
   char name[kComputerNameLength] = {};
   DWORD length = kComputerNameLength;

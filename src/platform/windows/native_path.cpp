@@ -22,6 +22,7 @@ std::optional<std::filesystem::path> Widen(UINT code_page, const std::string& te
   if (text.empty()) return std::filesystem::path();
   if (text.size() > INT_MAX) return std::nullopt;
   const int length = static_cast<int>(text.size());
+  // Without the flag a wrong byte would become another character, and name another file.
   const int wide_length =
       MultiByteToWideChar(code_page, MB_ERR_INVALID_CHARS, text.data(), length, nullptr, 0);
   if (wide_length <= 0) return std::nullopt;
