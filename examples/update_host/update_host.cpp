@@ -1,83 +1,106 @@
 #include "update_host.h"
 
+#include <algorithm>
+#include <iostream>
+
 #include "offer_check.h"
 
 namespace update_host {
+namespace {
 
 using korvixsdk::Error;
 using korvixsdk::PreparedUpdate;
 using korvixsdk::Result;
 using korvixsdk::UpdateInfo;
 
-Error UpdateHost::Run() {
-  if (Error error = sdk_.Init(options_.config); !error.ok()) {
-    report_.Print("init", error, "");
-    return error;
-  }
-  switch (options_.command) {
-    case Command::kDeviceId:
-      return GetDeviceId();
-    case Command::kReportInstall:
-      return ReportInstall();
-    case Command::kCheck:
-      return Check().error;
-    case Command::kPrepare:
-      return CheckAndPrepare().error;
-    case Command::kUpdate:
-      return Update();
-  }
-  return Error{};
+/// Texts of the service may hold line ends, or what a terminal would obey.
+std::string OneLine(std::string text) {
+  const auto is_control = [](unsigned char byte) { return byte < 0x20 || byte == 0x7f; };
+  std::replace_if(text.begin(), text.end(), is_control, ' ');
+  return text;
 }
 
-Error UpdateHost::GetDeviceId() {
-  const Result<std::string> device_id = sdk_.GetDeviceId();
-  report_.Print("device-id", device_id);
-  return device_id.error;
+/// The step's line; `text` is for a success.
+void Print(const char* step, const Error& error, const std::string& text) {
+  if (error.ok()) {
+    std::cout << step << ": " << OneLine(text) << std::endl;
+  } else {
+    std::cerr << "update_host: " << step << " failed with code " << error.code << ": "
+              << OneLine(error.message) << std::endl;
+  }
+}
+
+std::string Describe(const UpdateInfo& info) {
+  std::string text = "no update is offered";
+  if (info.has_update) {
+    text = "version " + info.latest_version + " is offered, " +
+           (info.force_update ? "mandatory" : "optional") + ", at " + info.download_url + ": " +
+           info.update_content;
+  }
+  // A service that rejects the request may still send an offer.
+  return info.message.empty() ? text : text + "; the service says: " + info.message;
+}
+
+std::string Describe(const PreparedUpdate& prepared) {
+  const bool compared = !prepared.expected_sha256.empty();
+  return prepared.package_path + ", SHA-256 " + prepared.actual_sha256 +
+         (compared ? ", as announced" : ", none was announced to compare it with");
+}
+
+}  // namespace
+
+Error UpdateHost::Init() {
+  Error error = sdk_.Init(options_.config);
+  if (!error.ok()) Print("init", error, {});
+  return error;
+}
+
+Error UpdateHost::PrintDeviceId() {
+  const Result<std::string> id = sdk_.GetDeviceId();
+  Print("device-id", id.error, id.value);
+  return id.error;
 }
 
 Error UpdateHost::ReportInstall() {
   const Result<korvixsdk::ServerResult> answer = sdk_.ReportInstall();
-  report_.Print("report-install", answer);
+  Print("report-install", answer.error,
+        std::string(answer.value.success ? "accepted" : "the service rejected the report") +
+            " (code " + std::to_string(answer.value.code) + "): " + answer.value.message);
   return answer.error;
 }
 
-Result<UpdateInfo> UpdateHost::Check() {
+Result<UpdateInfo> UpdateHost::AskForUpdate() {
   Result<UpdateInfo> check = sdk_.CheckForUpdate();
-  report_.Print("check", check);
+  Print("check", check.error, Describe(check.value));
   return check;
 }
 
-Error UpdateHost::CheckOffer(const UpdateInfo& offer) const {
-  return offer_check::CheckOffer(offer, {options_.config.server_base_url, options_.packages_from,
-                                         options_.package_url.value_or("")});
-}
-
 Result<PreparedUpdate> UpdateHost::CheckAndPrepare() {
-  Result<UpdateInfo> check = Check();
+  Result<UpdateInfo> check = AskForUpdate();
   if (!check.ok() || !check.value.has_update) return {{}, check.error};
   if (options_.package_url) check.value.download_url = *options_.package_url;
-  if (Error refused = CheckOffer(check.value); !refused.ok()) {
-    report_.Print("offer", refused, "");
+  // Packages may come from the service, or from where the command line says.
+  const Error refused = offer_check::CheckOffer(
+      check.value,
+      {options_.config.server_base_url, options_.packages_from, options_.package_url.value_or("")});
+  if (!refused.ok()) {
+    Print("offer", refused, {});
     return {{}, refused};
   }
   Result<PreparedUpdate> prepared = sdk_.PrepareUpdate(check.value);
-  report_.Print("prepare", prepared);
+  Print("prepare", prepared.error, Describe(prepared.value));
   return prepared;
 }
 
-Error UpdateHost::Launch(const PreparedUpdate& prepared) {
-  Error error = sdk_.LaunchPreparedUpdate(prepared, options_.updater_path);
-  report_.Print("launch", error, options_.updater_path + " started");
-  return error;
-}
-
 Error UpdateHost::Update() {
-  if (Error error = GetDeviceId(); !error.ok()) return error;
+  if (Error error = PrintDeviceId(); !error.ok()) return error;
   // A rejection is for the service to mind: the host still gets its update.
   if (Error error = ReportInstall(); !error.ok()) return error;
   const Result<PreparedUpdate> prepared = CheckAndPrepare();
   if (!prepared.ok() || !prepared.value.ready) return prepared.error;
-  return Launch(prepared.value);
+  Error error = sdk_.LaunchPreparedUpdate(prepared.value, options_.updater_path);
+  Print("launch", error, options_.updater_path + " started");
+  return error;
 }
 
 }  // namespace update_host

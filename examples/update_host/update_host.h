@@ -3,32 +3,41 @@
 
 #include <korvixsdk/korvixsdk.h>
 
-#include "options.h"
-#include "step_report.h"
+#include <optional>
+#include <string>
+#include <utility>
 
 namespace update_host {
 
-/// The way of an update through the library, every step reported as soon as it is done.
+struct Options {
+  korvixsdk::SDKConfig config{};
+  std::string updater_path{};
+  /// Takes the place of the address that the service offers.
+  std::optional<std::string> package_url{};
+  /// Packages may be offered from this address's host too, and not only from the service's.
+  std::string packages_from{};
+};
+
+/// The way of an update through the library, every step printed as soon as it is done. What an
+/// operation answers is the outcome of its last step.
 class UpdateHost {
  public:
-  explicit UpdateHost(const Options& options) : options_(options), report_(options.json) {}
+  explicit UpdateHost(Options options) : options_(std::move(options)) {}
 
-  /// Runs the command. The outcome is that of its last step.
-  korvixsdk::Error Run();
-
- private:
-  korvixsdk::Error GetDeviceId();
+  /// Comes before all others.
+  korvixsdk::Error Init();
+  korvixsdk::Error PrintDeviceId();
   korvixsdk::Error ReportInstall();
-  korvixsdk::Result<korvixsdk::UpdateInfo> Check();
-  /// Packages may come from the service, or from where the command line says.
-  korvixsdk::Error CheckOffer(const korvixsdk::UpdateInfo& offer) const;
-  /// A success that is not `ready` means that no update is offered.
-  korvixsdk::Result<korvixsdk::PreparedUpdate> CheckAndPrepare();
-  korvixsdk::Error Launch(const korvixsdk::PreparedUpdate& prepared);
+  korvixsdk::Error Check() { return AskForUpdate().error; }
+  korvixsdk::Error Prepare() { return CheckAndPrepare().error; }
   korvixsdk::Error Update();
 
+ private:
+  korvixsdk::Result<korvixsdk::UpdateInfo> AskForUpdate();
+  /// A success that is not `ready` means that no update is offered.
+  korvixsdk::Result<korvixsdk::PreparedUpdate> CheckAndPrepare();
+
   Options options_;
-  StepReport report_;
   korvixsdk::KorvixSDK sdk_;
 };
 
