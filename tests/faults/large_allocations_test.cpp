@@ -13,6 +13,7 @@
 #include "platform/placeholder_device_id_provider.h"
 #include "support/failing_calls.h"
 #include "support/fakes.h"
+#include "support/host_config.h"
 #include "support/recording_logger.h"
 #include "support/scripted_server.h"
 #include "support/temp_folder.h"
@@ -70,11 +71,8 @@ TEST_P(LargeAllocations, WholeLifeWithLongTextsEndsInDocumentedAnswers) {
   auto logger = std::make_shared<test::RecordingLogger>();
   test::RegistryOwner services(std::make_shared<ServiceRegistry>());
   services->logger = logger;
-  SDKConfig config;
+  SDKConfig config = test::HostConfig(folder, server.address());
   config.product_id = text;
-  config.version = "1.0";
-  config.cache_dir = folder.Entry("cache");
-  config.server_base_url = server.address();
   config.fallback_device_id_path = folder.Entry("id") + text;
   config.services = services.get();
   KorvixSDK sdk;
@@ -162,11 +160,8 @@ TEST_P(LargeAllocations, MockServerWithLongVersionFailsAsTheTransportDoes) {
 }
 
 SDKConfig LongConfiguration(const TempFolder& folder) {
-  SDKConfig config;
+  SDKConfig config = test::HostConfig(folder, "mock://service/" + std::string(kLong, 's'));
   config.product_id = std::string(kLong, 'p');
-  config.version = "1.0";
-  config.cache_dir = folder.Entry("cache");
-  config.server_base_url = "mock://service/" + std::string(kLong, 's');
   config.fallback_device_id_path = folder.Entry("id") + std::string(kLong, 'f');
   return config;
 }

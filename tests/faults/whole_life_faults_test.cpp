@@ -12,6 +12,7 @@
 #include "platform/placeholder_device_id_provider.h"
 #include "support/failing_calls.h"
 #include "support/fakes.h"
+#include "support/host_config.h"
 #include "support/open_handles.h"
 #include "support/scripted_server.h"
 #include "support/temp_folder.h"
@@ -40,10 +41,7 @@ class WholeLife : public testing::TestWithParam<FailingCall::Span> {
 #else
     updater_ = "/bin/true";
 #endif
-    config_.product_id = "editor";
-    config_.version = "1.0";
-    config_.cache_dir = folder_.Entry("cache");
-    config_.server_base_url = server_.address();
+    config_ = test::HostConfig(folder_, server_.address());
     config_.fallback_device_id_path = folder_.Entry("ids/device-id");
     config_.services = services_.get();
   }

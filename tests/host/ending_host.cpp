@@ -12,10 +12,11 @@
 #include <string>
 #include <thread>
 
+#include "support/host_config.h"
+
 namespace {
 
 using korvixsdk::KorvixSDK;
-using korvixsdk::SDKConfig;
 using korvixsdk::UpdateInfo;
 
 constexpr int kWorkers = 6;
@@ -30,10 +31,8 @@ struct Arguments {
 KorvixSDK* hosts[kWorkers];
 
 KorvixSDK& NewHost(const Arguments& arguments, int worker) {
-  SDKConfig config;
-  config.product_id = "editor";
-  config.version = "1.4.0";
-  config.cache_dir = arguments.folder + "/" + std::to_string(worker);
+  korvixsdk::SDKConfig config =
+      korvixsdk::test::LeastConfig(arguments.folder + "/" + std::to_string(worker));
   config.server_base_url = arguments.server;
   hosts[worker] = new KorvixSDK;
   if (!hosts[worker]->Init(config).ok()) std::abort();

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "support/host_config.h"
 #include "support/recording_logger.h"
 #include "support/scripted_server.h"
 #include "support/temp_folder.h"
@@ -18,6 +19,7 @@
 namespace korvixsdk {
 namespace {
 
+using test::HostConfig;
 using test::RequestLine;
 using test::Script;
 using test::ScriptedServer;
@@ -27,20 +29,10 @@ constexpr char kPackageBytes[] = "mock update package payload";
 constexpr char kPackageDigest[] =
     "25967fb5be05c8fdc451e754115e0e99fe165398e585b480b59a5c69428b1e16";
 
-SDKConfig Config(const TempFolder& folder, const std::string& address) {
-  SDKConfig config;
-  config.product_id = "editor";
-  config.version = "1.4.0";
-  config.cache_dir = folder.Entry("cache");
-  config.server_base_url = address;
-  config.fallback_device_id_path = folder.Entry("device-id");
-  return config;
-}
-
 TEST(HostLife, RunsWholeWithTheMockServer) {
   const TempFolder folder;
   KorvixSDK sdk;
-  ASSERT_TRUE(sdk.Init(Config(folder, "mock://service")).ok());
+  ASSERT_TRUE(sdk.Init(HostConfig(folder)).ok());
   EXPECT_TRUE(sdk.ReportInstall().value.success);
   Result<UpdateInfo> check = sdk.CheckForUpdate();
   ASSERT_TRUE(check.ok());
@@ -58,7 +50,7 @@ TEST(HostLife, RunsWholeWithTheMockServer) {
 TEST(HostLife, LogsEveryStepOfAWholeUpdate) {
   const TempFolder folder;
   auto logger = std::make_shared<test::RecordingLogger>();
-  SDKConfig config = Config(folder, "mock://service");
+  SDKConfig config = HostConfig(folder);
   config.logger = logger;
   KorvixSDK sdk;
   ASSERT_TRUE(sdk.Init(config).ok());
@@ -67,11 +59,11 @@ TEST(HostLife, LogsEveryStepOfAWholeUpdate) {
   const Result<PreparedUpdate> prepared = sdk.PrepareUpdate(check.value);
   EXPECT_FALSE(sdk.LaunchPreparedUpdate(prepared.value, "mock://launch-fail").ok());
   const std::vector<std::string> expected = {
-      "info Init requested for product_id=editor, version=1.4.0",
+      "info Init requested for product_id=editor, version=1.5",
       "info SDK init success, cache_dir=" + config.cache_dir,
-      "info CheckForUpdate request started product_id=editor, version=1.4.0, "
+      "info CheckForUpdate request started product_id=editor, version=1.5, "
       "device_id_present=true",
-      "info CheckForUpdate response latest_version=9.9.9, min_supported_version=1.4.0, "
+      "info CheckForUpdate response latest_version=9.9.9, min_supported_version=1.5, "
       "force_update=false, download_url_present=true, last_error_present=false",
       "info CheckForUpdate detected a newer version: 9.9.9",
       "info PrepareUpdate succeeded: " + prepared.value.package_path,
@@ -84,7 +76,7 @@ TEST(HostLife, SpeaksToTheServiceAsDocumented) {
   ScriptedServer server({Script::Response(200, R"({"code":400,"allowed":true})"),
                          Script::Response(200, R"({"code":400,"version":"2.0.0"})")});
   KorvixSDK sdk;
-  ASSERT_TRUE(sdk.Init(Config(folder, server.address() + "/prefix/")).ok());
+  ASSERT_TRUE(sdk.Init(HostConfig(folder, server.address() + "/prefix/")).ok());
   const Result<std::string> id = sdk.GetDeviceId();
   ASSERT_TRUE(id.ok());
   EXPECT_EQ(sdk.ReportInstall().value.message, "Success");
@@ -94,9 +86,9 @@ TEST(HostLife, SpeaksToTheServiceAsDocumented) {
   ASSERT_EQ(requests.size(), 2u);
   EXPECT_EQ(RequestLine(requests[0]),
             "GET /prefix/API/v2/sdk/install/?product_id=editor&device_id=" + id.value +
-                "&version=1.4.0 HTTP/1.1");
+                "&version=1.5 HTTP/1.1");
   EXPECT_EQ(RequestLine(requests[1]),
-            "GET /prefix/API/v2/sdk/update/check/?product_id=editor&version=1.4.0&device_id=" +
+            "GET /prefix/API/v2/sdk/update/check/?product_id=editor&version=1.5&device_id=" +
                 id.value + " HTTP/1.1");
   const std::string host = "Host: " + server.address().substr(std::string("http://").size());
   EXPECT_EQ(requests[0].substr(requests[0].find("\r\n")),
@@ -110,7 +102,7 @@ TEST(HostLife, DownloadsVerifiesAndStartsTheUpdater) {
       200, R"({"code":400,"version":"2.0.0","download_url":")" + packages.address() +
                R"(/editor 2.pkg?x=1","sha256":")" + kPackageDigest + R"("})"));
   KorvixSDK sdk;
-  ASSERT_TRUE(sdk.Init(Config(folder, server.address())).ok());
+  ASSERT_TRUE(sdk.Init(HostConfig(folder, server.address())).ok());
   Result<UpdateInfo> check = sdk.CheckForUpdate();
   ASSERT_TRUE(check.ok());
   // A blank may not stand in an address; the file name keeps what the address says.
@@ -134,7 +126,7 @@ TEST(HostLife, DownloadsVerifiesAndStartsTheUpdater) {
 TEST(HostLife, ReportsUpdaterThatIsMissing) {
   const TempFolder folder;
   KorvixSDK sdk;
-  ASSERT_TRUE(sdk.Init(Config(folder, "mock://service")).ok());
+  ASSERT_TRUE(sdk.Init(HostConfig(folder)).ok());
   UpdateInfo info;
   info.download_url = "mock://package-ok";
   const Result<PreparedUpdate> prepared = sdk.PrepareUpdate(info);
@@ -149,7 +141,7 @@ TEST(HostLife, ClientManagerChecksOnly) {
   ClientManager manager;
   EXPECT_EQ(manager.GetDeviceId().error.message, "ClientManager is not initialized");
   ClientManagerConfig config;
-  config.sdk_config = Config(folder, "mock://service");
+  config.sdk_config = HostConfig(folder);
   ASSERT_TRUE(manager.Init(config).ok());
   EXPECT_TRUE(manager.ReportInstall().ok());
   EXPECT_EQ(manager.CheckForUpdateLinkOnly().value.download_url,
@@ -181,7 +173,7 @@ TEST(HostLife, HostDecoratesDefaultService) {
   auto services = SdkFactory::CreateDefaultServices();
   auto files = std::make_shared<CountingFiles>(services->file_system);
   services->file_system = files;
-  SDKConfig config = Config(folder, "mock://service");
+  SDKConfig config = HostConfig(folder);
   config.services = services;
   KorvixSDK sdk;
   ASSERT_TRUE(sdk.Init(config).ok());
@@ -198,7 +190,7 @@ TEST(HostLife, DocumentedExampleGivesEverythingBackWhateverInitAnswers) {
   const TempFolder folder;
   for (const char* const product : {"editor", ""}) {
     const auto logger = std::make_shared<test::RecordingLogger>();
-    SDKConfig config = Config(folder, "mock://service");
+    SDKConfig config = HostConfig(folder);
     config.product_id = product;
     config.logger = logger;
     GiveEverythingBack(std::move(config));
@@ -211,7 +203,7 @@ TEST(HostLife, FactoryMakesCoreServiceThatKeepsItsRegistry) {
   const TempFolder folder;
   const std::shared_ptr<IClientService> service = SdkFactory::CreateClientService();
   ASSERT_NE(service, nullptr);
-  EXPECT_TRUE(service->Init(Config(folder, "mock://service")).ok());
+  EXPECT_TRUE(service->Init(HostConfig(folder)).ok());
   EXPECT_TRUE(service->CheckForUpdate().value.has_update);
 }
 

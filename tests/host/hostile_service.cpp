@@ -7,6 +7,7 @@
 #include <memory>
 #include <utility>
 
+#include "support/host_config.h"
 #include "unit/record_equality.h"
 
 namespace korvixsdk::test {
@@ -179,13 +180,7 @@ Outcomes LineTooLong() { return FailsWithOneOf(OrTooLarge(CURLE_OUT_OF_MEMORY));
 Outcomes TooManyHeaders() { return FailsWithOneOf(OrTooLarge(CURLE_RECV_ERROR)); }
 
 HostOfHostileService::HostOfHostileService() : server_(Script::Response(200, kSoundBody)) {
-  SDKConfig config;
-  config.product_id = "editor";
-  config.version = "1.4.0";
-  config.cache_dir = folder_.Entry("cache");
-  config.server_base_url = server_.address();
-  config.fallback_device_id_path = folder_.Entry("device-id");
-  EXPECT_TRUE(sdk_.Init(config).ok());
+  EXPECT_TRUE(sdk_.Init(HostConfig(folder_, server_.address())).ok());
 }
 
 void HostOfHostileService::Expect(const HostileReply& reply) {

@@ -3,6 +3,8 @@
 
 #include <iostream>
 
+#include "support/host_config.h"
+
 #ifdef _WIN32
 #define LATE_REQUESTS_API __declspec(dllexport)
 #else
@@ -12,10 +14,7 @@
 /// Makes an update check and says what came of it.
 extern "C" LATE_REQUESTS_API void MakeRequest(const char* server, const char* folder) {
   static korvixsdk::KorvixSDK& sdk = *new korvixsdk::KorvixSDK;
-  korvixsdk::SDKConfig config;
-  config.product_id = "editor";
-  config.version = "1.4.0";
-  config.cache_dir = folder;
+  korvixsdk::SDKConfig config = korvixsdk::test::LeastConfig(folder);
   config.server_base_url = server;
   korvixsdk::Error error = sdk.Init(config);
   if (error.ok()) error = sdk.CheckForUpdate().error;

@@ -7,6 +7,7 @@
 #include "host/hostile_service.h"
 #include "host/linux_https_server.h"
 #include "support/child_process.h"
+#include "support/host_config.h"
 #include "unit/record_equality.h"
 
 // Run by the script https-certificates, which makes the certificates; the suite TrustedHttps where
@@ -28,13 +29,7 @@ std::string SoundReplyText() {
 /// All that a host asks of the service at `address`.
 void ExpectAt(KorvixSDK& sdk, const TempFolder& folder, const std::string& address,
               const Outcome& outcome) {
-  SDKConfig config;
-  config.product_id = "editor";
-  config.version = "1.4.0";
-  config.cache_dir = folder.Entry("cache");
-  config.server_base_url = address;
-  config.fallback_device_id_path = folder.Entry("device-id");
-  ASSERT_TRUE(sdk.Init(config).ok());
+  ASSERT_TRUE(sdk.Init(HostConfig(folder, address)).ok());
 
   const Result<ServerResult> install = sdk.ReportInstall();
   EXPECT_EQ(install.error, outcome.OfInstallReport().error);

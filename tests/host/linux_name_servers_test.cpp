@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "host/hostile_service.h"
+#include "support/host_config.h"
 #include "support/linux_own_mounts.h"
 #include "support/temp_folder.h"
 
@@ -98,12 +99,7 @@ void BecomeMachineThatWaits(std::chrono::seconds timeout, const TempFolder& fold
 class HostOfNamedService {
  public:
   HostOfNamedService() : server_(Script::Response(200, kSoundBody)) {
-    SDKConfig config;
-    config.product_id = "editor";
-    config.version = "1.4.0";
-    config.cache_dir = folder_.Entry("cache");
-    config.server_base_url = Address();
-    EXPECT_TRUE(sdk.Init(config).ok());
+    EXPECT_TRUE(sdk.Init(HostConfig(folder_, Address())).ok());
   }
   UpdateInfo Offer() const { return OfferAt(Address()); }
 

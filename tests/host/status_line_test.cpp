@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/hostile_service.h"
+#include "support/host_config.h"
 
 namespace korvixsdk::test {
 namespace {
@@ -133,17 +134,13 @@ TEST(InformationalStatus, FailsWhenItSwitchesToAProtocolNobodyAskedFor) {
 TEST(TlsHandshake, FailsAtAServiceThatSpeaksNone) {
   HostOfHostileService host;
   host.server().Play(Script().WithoutReading().Send("HTTP/1.1 400 No TLS here\r\n\r\n"));
-  SDKConfig config;
-  config.product_id = "editor";
-  config.version = "1.4.0";
-  config.cache_dir = host.folder().Entry("cache");
-  config.server_base_url = "https" + host.server().address().substr(4);
-  ASSERT_TRUE(host.sdk().Init(config).ok());
+  const std::string address = "https" + host.server().address().substr(4);
+  ASSERT_TRUE(host.sdk().Init(HostConfig(host.folder(), address)).ok());
   const std::string text = curl_easy_strerror(CURLE_SSL_CONNECT_ERROR);
   const Result<UpdateInfo> check = host.sdk().CheckForUpdate();
   EXPECT_EQ(check.error.code, kNetworkError);
   EXPECT_EQ(check.error.message, "HTTP request failed: " + text);
-  const Result<PreparedUpdate> prepared = host.sdk().PrepareUpdate(OfferAt(config.server_base_url));
+  const Result<PreparedUpdate> prepared = host.sdk().PrepareUpdate(OfferAt(address));
   EXPECT_EQ(prepared.error.code, kNetworkError);
   EXPECT_EQ(prepared.error.message, "Update download failed: " + text);
 }

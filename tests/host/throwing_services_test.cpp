@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "support/fakes.h"
+#include "support/host_config.h"
 #include "support/recording_logger.h"
 #include "support/temp_folder.h"
 
@@ -102,11 +103,7 @@ class Host {
  public:
   Host() {
     services->logger = logger;
-    config.product_id = "editor";
-    config.version = "1.4.0";
-    config.cache_dir = folder.Entry("cache");
-    config.server_base_url = "mock://service";
-    config.fallback_device_id_path = folder.Entry("device-id");
+    config = test::HostConfig(folder);
     config.services = services.get();
     offer.download_url = "mock://package-ok";
     prepared.ready = true;
@@ -217,7 +214,7 @@ TYPED_TEST(ThrowingService, DeviceIdProviderIsLikeOneThatFails) {
   // The check goes on without an identifier.
   EXPECT_TRUE(host.sdk.CheckForUpdate().value.has_update);
   EXPECT_EQ(host.logger->lines[lines],
-            "info CheckForUpdate request started product_id=editor, version=1.4.0, "
+            "info CheckForUpdate request started product_id=editor, version=1.5, "
             "device_id_present=false");
 }
 

@@ -8,6 +8,7 @@
 
 #include "processes/awaited_file.h"
 #include "processes/run_in_threads.h"
+#include "support/host_config.h"
 #include "support/recording_logger.h"
 #include "support/scripted_server.h"
 #include "support/temp_folder.h"
@@ -27,12 +28,10 @@ constexpr char kPackageDigest[] =
 
 /// Product, version and folder of its own for every life.
 SDKConfig Config(const TempFolder& folder, const std::string& life, const std::string& address) {
-  SDKConfig config;
-  config.product_id = "editor-" + life;
+  SDKConfig config = test::HostConfig(folder, address);
+  config.product_id += "-" + life;
   config.version = "1." + life;
-  config.cache_dir = folder.Entry("cache-" + life);
-  config.server_base_url = address;
-  config.fallback_device_id_path = folder.Entry("device-id");
+  config.cache_dir += "-" + life;
   return config;
 }
 

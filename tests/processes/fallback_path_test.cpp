@@ -10,6 +10,7 @@
 #include "platform/fallback_id_file.h"
 #include "platform/placeholder_device_id_provider.h"
 #include "processes/run_in_threads.h"
+#include "support/host_config.h"
 #include "support/temp_folder.h"
 
 namespace korvixsdk {
@@ -32,10 +33,7 @@ class FallbackPathInThreads : public testing::Test {
   }
 
   SDKConfig Config(const std::string& fallback_path) const {
-    SDKConfig config;
-    config.product_id = "editor";
-    config.version = "1.0";
-    config.cache_dir = folder_.Entry("cache");
+    SDKConfig config = test::LeastConfig(folder_.Entry("cache"));
     config.fallback_device_id_path = fallback_path;
     return config;
   }

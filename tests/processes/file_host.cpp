@@ -5,16 +5,14 @@
 #include <memory>
 
 #include "platform/placeholder_device_id_provider.h"
+#include "support/host_config.h"
 
 namespace korvixsdk::test {
 
 FileHost::FileHost(const std::string& cache_dir, const std::string& fallback_id_path) {
   auto provider = std::make_shared<PlaceholderDeviceIdProvider>("");
   provider->set_force_sources_unavailable(true);
-  SDKConfig config;
-  config.product_id = "editor";
-  config.version = "1.4.0";
-  config.cache_dir = cache_dir;
+  SDKConfig config = LeastConfig(cache_dir);
   config.server_base_url = "mock://service";
   config.fallback_device_id_path = fallback_id_path;
   config.services = std::make_shared<ServiceRegistry>();

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "support/host_config.h"
 #include "support/temp_folder.h"
 
 namespace offer_check {
@@ -298,10 +299,7 @@ TEST(OfferCheck, EndsForAnAddressOfManyMegabytes) {
 class MockPackages : public testing::Test {
  protected:
   void SetUp() override {
-    korvixsdk::SDKConfig config;
-    config.product_id = "editor";
-    config.version = "1.4.0";
-    config.cache_dir = cache_.string();
+    korvixsdk::SDKConfig config = korvixsdk::test::LeastConfig(cache_.string());
     config.server_base_url = "mock://service";
     ASSERT_TRUE(sdk_.Init(config).ok());
   }

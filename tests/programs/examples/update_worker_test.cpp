@@ -13,6 +13,7 @@
 #include <thread>
 #include <vector>
 
+#include "support/host_config.h"
 #include "support/temp_folder.h"
 
 namespace desktop_host {
@@ -137,12 +138,7 @@ TEST(UpdateWorker, IsBusyFromTheCallUntilItsAnswerIsHandedOver) {
 TEST(UpdateWorker, GoesThroughAnUpdateOfTheMockServer) {
   const korvixsdk::test::TempFolder folder;
   Ui ui;
-  korvixsdk::SDKConfig config;
-  config.product_id = "editor";
-  config.version = "1.4.0";
-  config.cache_dir = folder.Entry("cache");
-  config.server_base_url = "mock://demo";
-  config.fallback_device_id_path = folder.Entry("device-id");
+  const korvixsdk::SDKConfig config = korvixsdk::test::HostConfig(folder);
   UpdateWorker worker(ui.poster());
   std::string offered;
   worker.Run([config](KorvixSDK& sdk) { return sdk.Init(config); },

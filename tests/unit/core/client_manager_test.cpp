@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "support/fakes.h"
+#include "support/host_config.h"
 #include "support/recording_logger.h"
 #include "support/temp_folder.h"
 #include "unit/record_equality.h"
@@ -18,11 +19,7 @@ const Error kNotInitialized{kInvalidState, "ClientManager is not initialized"};
 
 ClientManagerConfig Config(const TempFolder& folder) {
   ClientManagerConfig config;
-  config.sdk_config.product_id = "editor";
-  config.sdk_config.version = "1.5";
-  config.sdk_config.cache_dir = folder.Entry("cache");
-  config.sdk_config.server_base_url = "mock://service";
-  config.sdk_config.fallback_device_id_path = folder.Entry("device-id");
+  config.sdk_config = HostConfig(folder);
   return config;
 }
 

@@ -9,6 +9,7 @@
 
 #include "core/default_client_service.h"
 #include "support/fakes.h"
+#include "support/host_config.h"
 #include "support/recording_logger.h"
 #include "support/temp_folder.h"
 
@@ -28,13 +29,7 @@ struct ClientServiceBench {
     services->update_package_service = packages;
   }
 
-  SDKConfig Config() const {
-    SDKConfig config;
-    config.product_id = "editor";
-    config.version = "1.5";
-    config.cache_dir = folder.Entry("cache");
-    return config;
-  }
+  SDKConfig Config() const { return LeastConfig(folder.Entry("cache")); }
 
   /// Initialises with `Config()` and forgets the lines of it.
   void Init() {

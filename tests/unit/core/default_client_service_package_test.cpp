@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "core/default_services.h"
+#include "support/host_config.h"
 #include "unit/core/client_service_bench.h"
 #include "unit/record_equality.h"
 
@@ -21,11 +22,7 @@ struct DefaultBench {
   DefaultBench() {
     services->logger = logger;
     FillDefaultServices(services.get());
-    SDKConfig config;
-    config.product_id = "editor";
-    config.version = "1.5";
-    config.cache_dir = folder.Entry("cache");
-    EXPECT_EQ(services->client_service->Init(config), Error{});
+    EXPECT_EQ(services->client_service->Init(LeastConfig(folder.Entry("cache"))), Error{});
     logger->lines.clear();
   }
 

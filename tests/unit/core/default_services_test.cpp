@@ -16,6 +16,7 @@
 #include "platform/placeholder_device_id_provider.h"
 #include "platform/system_time_provider.h"
 #include "support/fakes.h"
+#include "support/host_config.h"
 #include "support/recording_logger.h"
 #include "support/temp_folder.h"
 #include "unit/record_equality.h"
@@ -66,14 +67,6 @@ void ExpectSameMembers(const ServiceRegistry& left, const ServiceRegistry& right
   EXPECT_EQ(left.update_policy, right.update_policy);
   EXPECT_EQ(left.update_package_service, right.update_package_service);
   EXPECT_EQ(left.client_service, right.client_service);
-}
-
-SDKConfig MinimalConfig(const TempFolder& folder) {
-  SDKConfig config;
-  config.product_id = "editor";
-  config.version = "1.5";
-  config.cache_dir = folder.Entry("cache");
-  return config;
 }
 
 TEST(ServiceRegistry, IsEmptyByDefault) {
@@ -149,7 +142,7 @@ TEST(DefaultServices, BuildTheCoreServiceFromTheRegistryItself) {
   services->logger = logger;
   services->network_client = network;
   FillDefaultServices(services.get());
-  EXPECT_EQ(services->client_service->Init(MinimalConfig(folder)), Error{});
+  EXPECT_EQ(services->client_service->Init(LeastConfig(folder.Entry("cache"))), Error{});
   EXPECT_TRUE(services->client_service->CheckForUpdate().ok());
   EXPECT_FALSE(logger->lines.empty());
   EXPECT_EQ(network->checks.size(), 1u);
@@ -242,7 +235,7 @@ TEST(SdkFactory, CreatesACoreServiceThatWorksWithoutTheCallersRegistry) {
   const TempFolder folder;
   const std::shared_ptr<IClientService> service = SdkFactory::CreateClientService();
   ASSERT_TRUE(Is<DefaultClientService>(service));
-  SDKConfig config = MinimalConfig(folder);
+  SDKConfig config = LeastConfig(folder.Entry("cache"));
   config.server_base_url = "mock://service";
   EXPECT_EQ(service->Init(config), Error{});
   EXPECT_EQ(service->CheckForUpdate().value.latest_version, "9.9.9");

@@ -8,6 +8,7 @@
 #include "core/default_client_service.h"
 #include "platform/null_logger.h"
 #include "support/fakes.h"
+#include "support/host_config.h"
 #include "support/recording_logger.h"
 #include "support/temp_folder.h"
 #include "unit/record_equality.h"
@@ -18,16 +19,6 @@ namespace {
 using Lines = std::vector<std::string>;
 
 const Error kNotInitialized{kInvalidState, "KorvixSDK is not initialized"};
-
-SDKConfig Config(const TempFolder& folder) {
-  SDKConfig config;
-  config.product_id = "editor";
-  config.version = "1.5";
-  config.cache_dir = folder.Entry("cache");
-  config.server_base_url = "mock://service";
-  config.fallback_device_id_path = folder.Entry("device-id");
-  return config;
-}
 
 TEST(KorvixSdk, ForwardsInitWithTheConfigurationAndPassesItsError) {
   const auto service = std::make_shared<FakeClientService>();
@@ -129,7 +120,7 @@ TEST(KorvixSdk, FailsEveryOperationBeforeInit) {
 TEST(KorvixSdk, WorksWithItsDefaults) {
   const TempFolder folder;
   KorvixSDK sdk;
-  ASSERT_EQ(sdk.Init(Config(folder)), Error{});
+  ASSERT_EQ(sdk.Init(HostConfig(folder)), Error{});
   EXPECT_NE(sdk.GetDeviceId().value, "");
   EXPECT_EQ(sdk.CheckForUpdate().value.latest_version, "9.9.9");
   EXPECT_TRUE(sdk.ReportInstall().value.success);
@@ -140,15 +131,15 @@ TEST(KorvixSdk, WorksLikeADefaultOneWhenGivenNoService) {
   const TempFolder folder;
   KorvixSDK sdk(nullptr);
   EXPECT_EQ(sdk.GetDeviceId().error, kNotInitialized);
-  ASSERT_EQ(sdk.Init(Config(folder)), Error{});
+  ASSERT_EQ(sdk.Init(HostConfig(folder)), Error{});
   EXPECT_EQ(sdk.CheckForUpdate().value.latest_version, "9.9.9");
 }
 
 TEST(KorvixSdk, KeepsItsServiceWhenInitSetsNeitherLoggerNorRegistry) {
   const TempFolder folder;
   KorvixSDK sdk;
-  ASSERT_EQ(sdk.Init(Config(folder)), Error{});
-  SDKConfig config = Config(folder);
+  ASSERT_EQ(sdk.Init(HostConfig(folder)), Error{});
+  SDKConfig config = HostConfig(folder);
   config.version.clear();
   EXPECT_FALSE(sdk.Init(config).ok());
   EXPECT_TRUE(sdk.GetDeviceId().ok());
@@ -157,12 +148,12 @@ TEST(KorvixSdk, KeepsItsServiceWhenInitSetsNeitherLoggerNorRegistry) {
 TEST(KorvixSdk, KeepsTheLoggerOfAnEarlierInitWhenALaterOneSetsNone) {
   const TempFolder folder;
   const auto logger = std::make_shared<RecordingLogger>();
-  SDKConfig config = Config(folder);
+  SDKConfig config = HostConfig(folder);
   config.logger = logger;
   KorvixSDK sdk;
   ASSERT_EQ(sdk.Init(config), Error{});
   logger->lines.clear();
-  ASSERT_EQ(sdk.Init(Config(folder)), Error{});
+  ASSERT_EQ(sdk.Init(HostConfig(folder)), Error{});
   EXPECT_EQ(logger->lines, (Lines{"info Init requested for product_id=editor, version=1.5",
                                   "info SDK init success, cache_dir=" + config.cache_dir}));
 }
@@ -170,7 +161,7 @@ TEST(KorvixSdk, KeepsTheLoggerOfAnEarlierInitWhenALaterOneSetsNone) {
 TEST(KorvixSdk, LogsToTheConfiguredLogger) {
   const TempFolder folder;
   const auto logger = std::make_shared<RecordingLogger>();
-  SDKConfig config = Config(folder);
+  SDKConfig config = HostConfig(folder);
   config.logger = logger;
   KorvixSDK sdk;
   ASSERT_EQ(sdk.Init(config), Error{});
@@ -183,7 +174,7 @@ TEST(KorvixSdk, LogsToTheConfiguredLogger) {
 TEST(KorvixSdk, MovesToANewServiceWhenInitSetsALogger) {
   const TempFolder folder;
   KorvixSDK sdk;
-  ASSERT_EQ(sdk.Init(Config(folder)), Error{});
+  ASSERT_EQ(sdk.Init(HostConfig(folder)), Error{});
   SDKConfig config;
   const auto logger = std::make_shared<RecordingLogger>();
   config.logger = logger;
@@ -196,7 +187,7 @@ TEST(KorvixSdk, LeavesTheHostsServiceWhenInitSetsALogger) {
   const TempFolder folder;
   const auto service = std::make_shared<FakeClientService>();
   KorvixSDK sdk(service);
-  SDKConfig config = Config(folder);
+  SDKConfig config = HostConfig(folder);
   config.logger = std::make_shared<RecordingLogger>();
   ASSERT_EQ(sdk.Init(config), Error{});
   EXPECT_TRUE(service->configs.empty());
@@ -209,7 +200,7 @@ TEST(KorvixSdk, AdoptsTheConfiguredRegistryAndFillsItsEmptyMembers) {
   const RegistryOwner services(std::make_shared<ServiceRegistry>());
   const auto network = std::make_shared<FakeNetwork>();
   services->network_client = network;
-  SDKConfig config = Config(folder);
+  SDKConfig config = HostConfig(folder);
   config.services = services.get();
   KorvixSDK sdk;
   ASSERT_EQ(sdk.Init(config), Error{});
@@ -243,7 +234,7 @@ TEST(KorvixSdk, KeepsTheRegistrysLoggerWhenInitSetsNone) {
   const RegistryOwner services(std::make_shared<ServiceRegistry>());
   const auto logger = std::make_shared<RecordingLogger>();
   services->logger = logger;
-  SDKConfig config = Config(folder);
+  SDKConfig config = HostConfig(folder);
   config.services = services.get();
   KorvixSDK sdk;
   ASSERT_EQ(sdk.Init(config), Error{});
@@ -257,7 +248,7 @@ TEST(KorvixSdk, PutsTheConfiguredLoggerIntoTheConfiguredRegistry) {
   const auto replaced = std::make_shared<RecordingLogger>();
   const auto logger = std::make_shared<RecordingLogger>();
   services->logger = replaced;
-  SDKConfig config = Config(folder);
+  SDKConfig config = HostConfig(folder);
   config.services = services.get();
   config.logger = logger;
   KorvixSDK sdk;
@@ -271,9 +262,9 @@ TEST(KorvixSdk, PutsTheConfiguredLoggerIntoTheConfiguredRegistry) {
 TEST(KorvixSdk, AdoptsTheConfiguredRegistryEvenWhenInitFails) {
   const TempFolder folder;
   KorvixSDK sdk;
-  ASSERT_EQ(sdk.Init(Config(folder)), Error{});
+  ASSERT_EQ(sdk.Init(HostConfig(folder)), Error{});
   const RegistryOwner services(std::make_shared<ServiceRegistry>());
-  SDKConfig config = Config(folder);
+  SDKConfig config = HostConfig(folder);
   config.services = services.get();
   config.version.clear();
   EXPECT_EQ(sdk.Init(config), (Error{kInvalidArgument, "SDKConfig.version must not be empty"}));
@@ -333,7 +324,7 @@ TEST(KorvixSdk, InitialisesNewDefaultsWhenMovedFrom) {
   const auto service = std::make_shared<FakeClientService>();
   KorvixSDK sdk(service);
   const KorvixSDK target(std::move(sdk));
-  ASSERT_EQ(sdk.Init(Config(folder)), Error{});
+  ASSERT_EQ(sdk.Init(HostConfig(folder)), Error{});
   EXPECT_TRUE(service->configs.empty());
   EXPECT_EQ(sdk.GetLastError(), "");
   EXPECT_EQ(sdk.CheckForUpdate().value.latest_version, "9.9.9");
