@@ -1,9 +1,10 @@
+#include "platform/default_file_system_provider.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <string>
 
-#include "platform/default_file_system_provider.h"
 #include "support/temp_folder.h"
 
 namespace korvixsdk {

@@ -1,8 +1,8 @@
+#include "platform/default_crypto_provider.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
-
-#include "platform/default_crypto_provider.h"
 
 namespace korvixsdk {
 namespace {
