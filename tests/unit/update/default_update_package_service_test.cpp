@@ -1,3 +1,5 @@
+#include "update/default_update_package_service.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -9,7 +11,6 @@
 #include "platform/default_file_system_provider.h"
 #include "support/fakes.h"
 #include "support/temp_folder.h"
-#include "update/default_update_package_service.h"
 
 namespace korvixsdk {
 namespace {
