@@ -15,28 +15,28 @@ namespace korvixsdk {
 
 /// The configuration of a `ClientManager`.
 struct ClientManagerConfig {
-  /// Handed to the facade.
+  /// What the facade is initialised with.
   SDKConfig sdk_config{};
 };
 
-/// Owns one `KorvixSDK` and builds it anew at every `Init`, for hosts that want a single object and
-/// the update check alone. Every `Init` leaves a filled registry to the end of the process, so it
-/// is nothing for a retry loop. No lock: use one object from one thread at a time.
+/// For hosts that want a single object and only the update check. Owns one `KorvixSDK`, and makes a
+/// new one at every `Init`. The services of each stay in memory until the process ends, so do not
+/// call `Init` in a retry loop. There are no locks: use one object from one thread at a time.
 ///
 /// Every operation but `Init` fails with `kInvalidState`, "ClientManager is not initialized",
-/// unless the last `Init` succeeded. (A failed `KorvixSDK::Init`, in contrast, leaves an
-/// initialised facade initialised.)
+/// unless the last `Init` succeeded. (`KorvixSDK` is different: a facade that was initialised stays
+/// initialised when a later `Init` fails.)
 class ClientManager {
  public:
-  /// An object with a default facade, not initialised.
+  /// Makes an object with a default facade that is not initialised yet.
   KORVIXSDK_API ClientManager();
   /// Destroys the facade.
   KORVIXSDK_API ~ClientManager();
   ClientManager(const ClientManager&) = delete;
   ClientManager& operator=(const ClientManager&) = delete;
 
-  /// Makes a new facade with new default services and initialises it. On success it replaces the
-  /// earlier one; on failure this object becomes uninitialised.
+  /// Makes a new facade with new default services and initialises it. If that succeeds, it replaces
+  /// the earlier facade. If it fails, this object is not initialised any more.
   /// \return the outcome of `KorvixSDK::Init`, unchanged.
   KORVIXSDK_API Error Init(const ClientManagerConfig& config);
 
@@ -44,7 +44,7 @@ class ClientManager {
   KORVIXSDK_API Result<std::string> GetDeviceId();
   /// See `KorvixSDK::ReportInstall`.
   KORVIXSDK_API Result<ServerResult> ReportInstall();
-  /// See `KorvixSDK::CheckForUpdate`. The check alone: the caller gets the offer with its
+  /// See `KorvixSDK::CheckForUpdate`. Only the check: the caller gets the offer with its
   /// `download_url`, and nothing is downloaded.
   KORVIXSDK_API Result<UpdateInfo> CheckForUpdateLinkOnly();
 

@@ -15,11 +15,11 @@
 
 namespace korvixsdk {
 
-/// The operations that `KorvixSDK` forwards to; see there for their meaning and their errors. A
-/// host that passes its own implementation to `KorvixSDK` takes over all of them.
+/// The operations to which `KorvixSDK` forwards its own; see there for what they do and how they
+/// fail. A host that passes its own implementation to `KorvixSDK` must do all of that itself.
 ///
-/// The default implementation takes no lock: one service must not be called from two threads at
-/// once. Exceptions: see `ServiceRegistry`.
+/// The default implementation has no locks: do not call one service from two threads at the same
+/// time. Exceptions: see `ServiceRegistry`.
 class IClientService {
  public:
   virtual ~IClientService() = default;

@@ -10,20 +10,20 @@
 
 namespace korvixsdk {
 
-/// Computes digests. The default implementation asks the operating system (CNG on Windows, OpenSSL
+/// Computes digests. The default implementation uses the operating system (CNG on Windows, OpenSSL
 /// on Linux), keeps nothing between calls and may be called from any thread. Exceptions: see
 /// `ServiceRegistry`.
 class ICryptoProvider {
  public:
   virtual ~ICryptoProvider() = default;
 
-  /// SHA-256 (FIPS 180-4) of `data`, over its full length, zero bytes included.
-  /// \return 64 lowercase hexadecimal digits in digest byte order, or `kPlatformError` with one of
+  /// Computes the SHA-256 (FIPS 180-4) of all bytes of `data`, zero bytes included.
+  /// \return 64 lowercase hexadecimal digits, the first byte first, or `kPlatformError` with one of
   ///   "BCryptOpenAlgorithmProvider failed", "BCryptGetProperty(object_length) failed",
   ///   "BCryptGetProperty(hash_length) failed", "BCryptCreateHash failed",
   ///   "BCryptHashData failed", "BCryptFinishHash failed" (the same texts on every platform). On
   ///   Windows more than 4 GiB cannot be hashed.
-  /// Blocks for the computation, in proportion to the length.
+  /// Blocks while it computes, longer for more data.
   virtual Result<std::string> Sha256Hex(const std::string& data) = 0;
 };
 

@@ -9,15 +9,16 @@
 
 namespace korvixsdk {
 
-/// The library's error codes. One numbering serves every operation; 6, 8 and 9 are never raised.
-/// The values are fixed and safe to store or to use as an exit status.
+/// The library's error codes. All operations use the same numbers; 6, 8 and 9 are not used. The
+/// values never change, so you may store them or use them as exit statuses.
 enum ErrorCode : std::int32_t {
   /// The operation succeeded.
   kOk = 0,
-  /// An argument or a required text of `SDKConfig` is empty or not usable.
+  /// An argument, or a required text of `SDKConfig`, is empty or cannot be used.
   kInvalidArgument = 1,
-  /// Called before a successful `Init`, a needed service is missing, the cache directory cannot be
-  /// created, a prepared package is gone, or the updater could not be started.
+  /// The operation was called before a successful `Init`, a service that it needs is missing or
+  /// threw an exception, the cache directory cannot be created, a prepared package is gone, or the
+  /// updater could not be started.
   kInvalidState = 2,
   /// The updater executable does not exist.
   kNotFound = 3,
@@ -33,16 +34,16 @@ enum ErrorCode : std::int32_t {
   kPlatformError = 11,
 };
 
-/// What an operation that returns no value answers, and the failure half of `Result<T>`.
+/// What an operation without a value returns, and the part of a `Result<T>` that says how it ended.
 ///
-/// A default-constructed `Error` means success. `code` alone decides; a message beside code 0 is
-/// still success. `code` is a plain integer rather than an `ErrorCode` because a service that the
-/// host supplies may return a code of its own, which passes to the caller unchanged.
+/// A default-constructed `Error` means success. Only `code` counts: with code 0 it is a success,
+/// even if there is a message. `code` is a plain integer and not an `ErrorCode`, because a service
+/// of the host's own may return its own codes, which reach the caller unchanged.
 struct [[nodiscard]] Error {
   /// One of `ErrorCode`, or a code of the host's own service. 0 means success.
   std::int32_t code = kOk;
-  /// Fixed English text, possibly followed by a path, a status number or a lower-level message.
-  /// Empty on success.
+  /// A fixed English text, in some cases followed by a path, a status number or the message of what
+  /// failed below. Empty on success.
   std::string message{};
 
   /// True when `code` is 0, whatever `message` holds.

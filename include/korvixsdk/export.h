@@ -4,11 +4,11 @@
 /// \file
 /// \brief `KORVIXSDK_API`, which marks the operations that the dynamic library exports.
 ///
-/// A host needs to define nothing. The library's own build defines `KORVIXSDK_BUILDING`; programs
-/// that link the library's objects directly (its unit tests) define `KORVIXSDK_STATIC`.
+/// A host does not have to define anything. The library's own build defines `KORVIXSDK_BUILDING`;
+/// programs that link the library's objects directly (its unit tests) define `KORVIXSDK_STATIC`.
 
 /// \def KORVIXSDK_API
-/// Stands before every operation that a host finds in the library.
+/// Marks every operation that the library exports.
 #if defined(KORVIXSDK_STATIC)
 #define KORVIXSDK_API
 #elif defined(_WIN32)

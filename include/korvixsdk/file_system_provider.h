@@ -11,26 +11,27 @@
 
 namespace korvixsdk {
 
-/// Whole files in, whole files out. The library writes packages through it, makes their folder and
-/// looks whether package and updater are there. `Init` creates the cache directory, and the device
-/// identifier provider keeps its fallback file, without it.
+/// Reads and writes whole files. The library uses it for packages: to create their folder, to write
+/// them, and to see whether package and updater exist before the updater is started. Two things are
+/// done without it: `Init` creates the cache directory, and the device identifier provider reads
+/// and writes its fallback file.
 ///
-/// Paths are narrow text. The default implementation converts them on Windows in the code page that
-/// the C++ runtime uses for narrow paths: UTF-8 when the runtime's locale is UTF-8, otherwise the
-/// ANSI code page, or the OEM one after `SetFileApisToOEM`. Elsewhere the bytes are used as they
-/// are. A text that cannot be converted, or that holds a zero byte, behaves like a path that does
-/// not exist or cannot be opened. File contents are bytes and pass unchanged.
+/// Paths are narrow text. On Windows the default implementation converts them with the code page
+/// that the C++ runtime uses for narrow paths: UTF-8 if the runtime's locale is UTF-8, otherwise
+/// the ANSI code page, or the OEM code page after `SetFileApisToOEM`. On Linux it uses the bytes as
+/// they are. A text that cannot be converted, or that contains a zero byte, is treated like a path
+/// that does not exist or cannot be opened. The contents of files are bytes and are never changed.
 ///
-/// The default implementation has no state and may be called from any thread; calls block on the
-/// disk without a limit. Two threads that write one file at once must order their own calls.
-/// Messages end in the path exactly as it was passed and never carry a system error number.
-/// Exceptions: see `ServiceRegistry`.
+/// The default implementation has no state and may be called from any thread. A call waits for the
+/// disk as long as that takes. If two threads write the same file, you must make sure that they do
+/// it one after the other. Messages end with the path exactly as it was passed, and never contain
+/// an error number of the system. Exceptions: see `ServiceRegistry`.
 class IFileSystemProvider {
  public:
   virtual ~IFileSystemProvider() = default;
 
-  /// Whether something of any kind stands at `path`, symbolic links followed. False also when the
-  /// question could not be answered (access denied, bad name).
+  /// Tells whether there is anything at `path`, be it a file, a folder or something else. Symbolic
+  /// links are followed. False also if the system does not say (access denied, bad name).
   virtual bool Exists(const std::string& path) = 0;
 
   /// Reads the whole file at `path`; an empty file gives an empty text.
@@ -38,14 +39,13 @@ class IFileSystemProvider {
   ///   for a folder) or "Failed to read file: " + path.
   virtual Result<std::string> ReadFile(const std::string& path) = 0;
 
-  /// Writes `content` to `path`, replacing an existing file and creating missing parent folders.
-  /// Not atomic: the file is truncated and overwritten in place, so a failure part-way leaves a
-  /// partial file.
+  /// Writes `content` to `path`. Replaces an existing file, and creates missing parent folders.
+  /// Not atomic: the file itself is emptied and then written, so a failure may leave a part of it.
   /// \return success, or `kFileSystemError` with "Failed to create parent directories: " + path,
   ///   "Failed to open file for write: " + path or "Failed to write file: " + path (a full disk).
   virtual Error WriteFile(const std::string& path, const std::string& content) = 0;
 
-  /// Creates the folder `path` and its missing ancestors; an existing folder is a success.
+  /// Creates the folder `path` and all missing folders above it. If it exists, that is a success.
   /// \return success, or `kFileSystemError` with "Failed to create directories: " + path.
   virtual Error CreateDirectories(const std::string& path) = 0;
 };

@@ -13,88 +13,93 @@
 
 namespace korvixsdk {
 
-/// The library's front: construct one, call `Init` once, then the operations.
+/// The class through which a host uses the library: make one object, call `Init` once, then the
+/// other operations.
 ///
-/// Everything is synchronous on the caller's thread, and every failure is a value. Nothing throws
-/// but a constructor where memory does not suffice (std::bad_alloc); what becomes of a service of
-/// the host's that throws stands at `ServiceRegistry`. (Only libcurl looks names up in a thread of
-/// its own, which ends before the call does.) The
-/// facade takes no lock: use one facade from one thread at a time. Separate facades in separate
-/// threads do not disturb each other while each has a registry of its own, but for the fallback
-/// identifier path, which is one for the process and belongs to the `Init` that ran last. On Linux
-/// libcurl ignores and restores SIGPIPE around every transfer; a host that calls from several
-/// threads should ignore it itself.
+/// An operation works on the thread that calls it, and returns when it is done. (Only libcurl looks
+/// up names in a thread of its own, which ends before the call returns.) Failures are returned. No
+/// operation throws; a constructor throws std::bad_alloc if there is not enough memory. If a
+/// service of your own throws, see `ServiceRegistry`.
+///
+/// There are no locks: use one facade from one thread at a time. Two facades may be used in two
+/// threads if each has its own registry. They still share one thing: the path of the fallback
+/// identifier is the same for the whole process, and the last `Init` sets it. On Linux libcurl
+/// ignores SIGPIPE during every transfer and restores it afterwards; a host that calls from several
+/// threads should ignore SIGPIPE itself.
 ///
 /// Every operation but `Init` and `GetLastError` fails with `kInvalidState`,
 /// "KorvixSDK is not initialized", before the first successful `Init`.
 class KorvixSDK {
  public:
-  /// A facade over new default services.
+  /// Makes a facade with new default services.
   KORVIXSDK_API KorvixSDK();
 
-  /// A facade over the host's own core service; null gives the default services. An `Init` with
-  /// `SDKConfig::logger` or `SDKConfig::services` drops it, unless it is in that registry.
+  /// Makes a facade with the host's own core service, or with the default services if that is null.
+  /// An `Init` with `SDKConfig::logger` or `SDKConfig::services` replaces that core service, unless
+  /// the registry contains it.
   KORVIXSDK_API explicit KorvixSDK(std::shared_ptr<IClientService> service);
 
-  /// Releases the facade's references. A filled registry and its core service keep each other
-  /// alive, so the services outlive the facade on purpose.
+  /// Releases the facade's references. The services live on: a filled registry and its core service
+  /// keep each other alive on purpose.
   KORVIXSDK_API ~KorvixSDK();
 
-  /// Moves both references. On the moved-from facade only `Init`, which gives it new default
-  /// services, `GetLastError`, assignment and destruction are allowed.
+  /// Moves everything to the new facade. The old one may then only be destroyed, assigned to, asked
+  /// for `GetLastError`, or initialised, which gives it new default services.
   KORVIXSDK_API KorvixSDK(KorvixSDK&& other) noexcept;
   /// See the move constructor.
   KORVIXSDK_API KorvixSDK& operator=(KorvixSDK&& other) noexcept;
   KorvixSDK(const KorvixSDK&) = delete;
   KorvixSDK& operator=(const KorvixSDK&) = delete;
 
-  /// Adopts `config.services` and `config.logger` where set, checks and keeps the configuration,
-  /// publishes `config.fallback_device_id_path` for the process and creates `config.cache_dir`.
+  /// Takes over `config.services` and `config.logger` if they are set, checks the configuration and
+  /// keeps a copy, sets `config.fallback_device_id_path` for the process and creates
+  /// `config.cache_dir`.
   ///
-  /// May be called again. A later call that fails its checks changes nothing; one that cannot
-  /// create the cache directory has already replaced the configuration and published the path.
-  /// Neither makes an initialised service uninitialised. (When it also sets `services` or `logger`,
-  /// the facade has moved to another core service, which counts for itself: also when it fails.)
+  /// May be called again. If a check fails, nothing is changed. If the cache directory cannot be
+  /// created, the new configuration and the new path are already in use. In both cases a service
+  /// that was initialised stays initialised. (But if `services` or `logger` is set, the facade now
+  /// has another core service, even if the call fails, and that one must be initialised first.)
   ///
   /// \return success, or
   ///   `kInvalidArgument` "SDKConfig.product_id must not be empty",
   ///   "SDKConfig.version must not be empty", "SDKConfig.cache_dir must not be empty";
   ///   `kInvalidState` "Required services are not configured",
   ///   "Failed to create cache directory: " + cache_dir, "Not enough memory to initialize".
-  /// Blocks on the disk at most.
+  /// Waits for nothing but the disk.
   KORVIXSDK_API Error Init(const SDKConfig& config);
 
-  /// The machine's identifier; see `IDeviceIdProvider`.
+  /// Finds out the identifier of the machine; see `IDeviceIdProvider`.
   /// \return the identifier; the provider's error unchanged; or `kInvalidState`
   ///   "Device id provider is not configured".
   KORVIXSDK_API Result<std::string> GetDeviceId();
 
-  /// Asks the service for an update and decides, by comparing versions, whether it is offered and
-  /// whether it is mandatory. The check goes on without a device identifier when there is none.
+  /// Asks the service for an update. Then compares versions and decides whether there is an update
+  /// for this host, and whether it is mandatory. If there is no device identifier, the check is
+  /// made without it.
   ///
-  /// A service that rejects the request says why in `UpdateInfo::message`; its reply may still name
-  /// a newer version.
+  /// If the service rejects the request, `UpdateInfo::message` says why. Even then the reply may
+  /// contain a newer version.
   ///
   /// \return the decision; or the network client's error unchanged. Without a network client the
-  ///   call succeeds, without an update, and `UpdateInfo::message` is
+  ///   call succeeds, there is no update, and `UpdateInfo::message` is
   ///   "Network client is not configured".
-  /// Blocks for the request, with the default network client at most about 20 seconds, or until the
-  /// system's resolver gives up; see `INetworkClient`.
+  /// Blocks until the reply is there: with the default network client about 20 seconds at most, or
+  /// until the system's resolver gives up; see `INetworkClient`.
   KORVIXSDK_API Result<UpdateInfo> CheckForUpdate();
 
-  /// Reports this installation to the service. Logs nothing and leaves `GetLastError` alone.
+  /// Reports this installation to the service. Logs nothing, and does not change `GetLastError`.
   /// \return the service's answer; the device identifier provider's or network client's error
   ///   unchanged; or `kInvalidState` "Network client is not configured",
   ///   "Device id provider is not configured".
-  /// Blocks for the request, with the default network client at most about 20 seconds, or until the
-  /// system's resolver gives up; see `INetworkClient`.
+  /// Blocks until the reply is there: with the default network client about 20 seconds at most, or
+  /// until the system's resolver gives up; see `INetworkClient`.
   KORVIXSDK_API Result<ServerResult> ReportInstall();
 
   /// Downloads and verifies the package that `info` names; see `IUpdatePackageService::Prepare`.
   /// \return the package; the package service's result unchanged; or `kInvalidState`
   ///   "Update package service is not configured".
-  /// Blocks for the transfer, with the default package service at most 30 seconds, or until the
-  /// system's resolver gives up, and on the disk.
+  /// Blocks until the package is there, with the default package service 30 seconds at most or
+  /// until the system's resolver gives up, and then until it is on the disk.
   KORVIXSDK_API Result<PreparedUpdate> PrepareUpdate(const UpdateInfo& info);
 
   /// Starts the updater on a prepared package; see `IUpdatePackageService::Launch`.
@@ -104,12 +109,12 @@ class KorvixSDK {
   KORVIXSDK_API Error LaunchPreparedUpdate(const PreparedUpdate& prepared,
                                            const std::string& updater_path);
 
-  /// The message of the last `GetDeviceId`, `CheckForUpdate`, `PrepareUpdate` or
-  /// `LaunchPreparedUpdate`, without a prefix: of its error, or, after a `CheckForUpdate` that
-  /// succeeded, of its `UpdateInfo`; empty after any other success of these four, and after an
-  /// `Init` that passed its checks. Unchanged by `ReportInstall`, and by the failures "KorvixSDK is
-  /// not initialized" and "Update package service is not configured". "Client service unavailable"
-  /// on a moved-from facade.
+  /// Says what the last `GetDeviceId`, `CheckForUpdate`, `PrepareUpdate` or `LaunchPreparedUpdate`
+  /// had to report: the message of its error; after a `CheckForUpdate` that succeeded, the message
+  /// of its `UpdateInfo`; after any other success an empty text. An `Init` that passes its checks
+  /// makes the text empty, too. `ReportInstall` does not change it, and neither do the failures
+  /// "KorvixSDK is not initialized" and "Update package service is not configured". On a facade
+  /// that was moved from it is "Client service unavailable".
   KORVIXSDK_API std::string GetLastError() const;
 
  private:

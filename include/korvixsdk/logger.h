@@ -8,23 +8,24 @@
 
 namespace korvixsdk {
 
-/// Receives finished log lines. The operation that is called is the severity; the interface has no
-/// levels, formats or filters. The default implementation drops every line.
+/// Receives complete log lines. There are no levels, formats or filters: how severe a line is, is
+/// told by the operation that receives it. The default implementation drops every line.
 ///
-/// Called on the thread that called the library, once a line, before the operation returns. An
-/// implementation must be cheap and must not call back into the library. One that serves several
-/// facades in several threads must be safe for that itself. Exceptions: see `ServiceRegistry`.
+/// The library calls it once for each line, on the thread that called the library, before the
+/// operation returns. An implementation must be fast and must not call the library. If it serves
+/// several facades in several threads, it must have locks of its own. Exceptions: see
+/// `ServiceRegistry`.
 class ILogger {
  public:
   virtual ~ILogger() = default;
 
-  /// Detail for debugging; the library itself writes no such line.
-  /// \param message one line, UTF-8. Paths and the service's texts stand in it as they came, so
-  ///   that it may hold other encodings and line ends.
+  /// Details for debugging. The library itself writes no such lines.
+  /// \param message one line, UTF-8. Paths and texts of the service are put into it unchanged, and
+  ///   may contain other encodings and line ends.
   virtual void LogDebug(const std::string& message) = 0;
-  /// An operation succeeded, or a fact about its progress.
+  /// An operation succeeded, or goes on.
   virtual void LogInfo(const std::string& message) = 0;
-  /// An operation failed and the failure is returned to the caller.
+  /// An operation failed, and returns this failure to its caller.
   virtual void LogWarning(const std::string& message) = 0;
   /// Initialisation failed.
   virtual void LogError(const std::string& message) = 0;

@@ -18,21 +18,21 @@ struct UpdateCheckRequest {
   std::string product_id{};
   /// `SDKConfig::version`.
   std::string version{};
-  /// The device identifier; empty when none could be obtained.
+  /// The device identifier; empty if there is none.
   std::string device_id{};
 };
 
-/// Talks to the service. The default implementation sends one HTTP GET with libcurl, or answers
-/// from the built-in mock server when the base address begins with "mock://".
+/// Talks to the service. The default implementation sends one HTTP GET with libcurl. If the base
+/// address begins with "mock://", the built-in mock server answers instead.
 ///
-/// The default implementation opens and closes one connection a call, retries nothing, follows
-/// redirects, and blocks for at most about 10 seconds to connect and 20 seconds in all. One thing
-/// may last longer: libcurl looks the service's name up in a thread of its own and waits for its
-/// end, so that a call whose name servers do not answer ends when the system's resolver gives up.
-/// Two calls may run at once in different threads while its base address is not changed.
-/// Exceptions: see `ServiceRegistry`.
+/// The default implementation opens a new connection for each call and closes it afterwards. It
+/// follows redirects and never tries again. It takes about 10 seconds at most to connect, and 20
+/// seconds in all. Only one thing may last longer: libcurl looks up the service's name in a thread
+/// of its own and waits for it, so if the name servers do not answer, the call returns when the
+/// system's resolver gives up. Two threads may call it at the same time, as long as nobody changes
+/// its base address. Exceptions: see `ServiceRegistry`.
 ///
-/// Failures of both operations of the default implementation, besides those named there:
+/// Both operations of the default implementation may fail in these ways, too:
 /// `kNetworkError` with "Network client is not configured with server_base_url",
 /// "Failed to initialize libcurl", "Failed to URL-encode query parameter",
 /// "HTTP request failed: " + libcurl's text, "HTTP status is not successful: " + status, or
@@ -43,14 +43,14 @@ class INetworkClient {
   virtual ~INetworkClient() = default;
 
   /// Tells the service that the product is installed on this device.
-  /// \return the service's answer, be it acceptance or rejection; or `kInvalidResponse` with
+  /// \return the service's answer, also if it is a rejection; or `kInvalidResponse` with
   ///   "invalid JSON or install response schema" or "Mock install response is invalid".
   virtual Result<ServerResult> ReportInstall(const std::string& product_id,
                                              const std::string& device_id,
                                              const std::string& version) = 0;
 
-  /// Asks the service for its current offer. Whether the offered version is newer than the host's
-  /// is not decided here. A body that is not understood is a success without an offer.
+  /// Asks the service what it offers. It is not decided here whether that is newer than the host. A
+  /// reply that cannot be understood is a success without an offer.
   /// \return the offer; or, from the mock server, `kInvalidArgument` with
   ///   "Mock update request is missing required fields" or `kInvalidResponse` with
   ///   "Mock update response is invalid".

@@ -8,24 +8,24 @@
 
 namespace korvixsdk {
 
-/// The outcome of the preparation of a package and the input of the launch. The two flags are set
-/// together: both true after a success, both false otherwise.
+/// What `PrepareUpdate` returns and `LaunchPreparedUpdate` takes. The two flags are always the
+/// same: both true after a success, both false otherwise.
 struct PreparedUpdate {
   /// The package is on disk and may be launched.
   bool ready = false;
-  /// The package passed the hash check, or had no expected hash to be checked against.
+  /// The package has the expected hash, or no hash was expected.
   bool sha256_verified = false;
-  /// Copy of `UpdateInfo::download_url`.
+  /// A copy of `UpdateInfo::download_url`.
   std::string download_url{};
-  /// Copy of `UpdateInfo::sha256`.
+  /// A copy of `UpdateInfo::sha256`.
   std::string expected_sha256{};
   /// SHA-256 of the downloaded bytes, 64 lowercase hexadecimal digits (FIPS 180-4).
   std::string actual_sha256{};
-  /// Path of the written package file, in the encoding of `SDKConfig::cache_dir`.
+  /// The path of the package file, in the same encoding as `SDKConfig::cache_dir`.
   std::string package_path{};
   /// Always empty; the library neither writes nor reads it.
   std::string reserved{};
-  /// Empty, except after a hash mismatch, when it repeats the error's message.
+  /// The error's message after a hash mismatch; otherwise empty.
   std::string message{};
 };
 

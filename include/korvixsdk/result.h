@@ -8,16 +8,16 @@
 
 namespace korvixsdk {
 
-/// A value together with the outcome of the operation that made it.
+/// What an operation returns: a value, and whether it succeeded.
 ///
-/// On failure `value` is default-constructed (empty texts, false flags, zero numbers) unless the
-/// operation says otherwise, so reading it without a test does no harm. The one operation that
-/// fills the value of a failure is the preparation of a package whose hash does not match.
+/// After a failure `value` is default-constructed (empty texts, false flags, zero numbers), so it
+/// does no harm to read it without asking `ok()` first. There is one exception: if the hash of a
+/// package does not match, `PrepareUpdate` fails and fills the value all the same.
 template <typename T>
 struct [[nodiscard]] Result {
-  /// Meaningful only when `ok()`.
+  /// Has a meaning only if `ok()` is true.
   T value{};
-  /// The outcome.
+  /// How the operation ended.
   Error error{};
 
   /// True when `error.code` is 0.

@@ -12,32 +12,34 @@ namespace korvixsdk {
 class ILogger;
 struct ServiceRegistry;
 
-/// The configuration handed to `KorvixSDK::Init`, which keeps a copy. The library has no other
-/// configuration: no files, no environment variables, no registry settings. (libcurl takes proxies
-/// from the environment, "http_proxy" and its relatives, and on Linux "SSLKEYLOGFILE".)
+/// The configuration for `KorvixSDK::Init`, which keeps a copy. The library has no other settings:
+/// no files, no environment variables, nothing in the Windows registry. (libcurl reads some
+/// environment variables: "http_proxy" and its relatives, and on Linux "SSLKEYLOGFILE".)
 ///
-/// Copying copies the two shared pointers; both copies then share one logger and one registry.
+/// A copy has the same logger and the same registry, as those two are shared pointers.
 struct SDKConfig {
-  /// The product's identifier, UTF-8. Must not be empty. Sent with every service request.
+  /// The identifier of the product, UTF-8. Must not be empty. Sent with every request.
   std::string product_id{};
-  /// The host application's own version, such as "1.4.0". Must not be empty. Sent with every
-  /// service request and compared with the offered version.
+  /// The version of the host application itself, such as "1.4.0". Must not be empty. Sent with
+  /// every request, and compared with the version that the service offers.
   std::string version{};
-  /// Directory for downloaded packages, which go into its folder "updates". Must not be empty;
-  /// created by `Init` with all missing parents. Narrow text in the process's file-API code page
-  /// on Windows (UTF-8 when the runtime's locale is UTF-8), bytes as they are elsewhere.
+  /// The directory for packages, which are stored in its folder "updates". Must not be empty.
+  /// `Init` creates it and all missing folders above it. On Windows narrow text in the code page
+  /// that the process uses for files (UTF-8 if the runtime's locale is UTF-8), on Linux bytes.
   std::string cache_dir{};
-  /// Base address of the service, such as "https://updates.example.com/app". An address that
-  /// begins with "mock://" selects the built-in mock server. Empty makes every service request
-  /// fail with `kNetworkError`. Only the default network client reads it.
+  /// The base address of the service, such as "https://updates.example.com/app". If it begins with
+  /// "mock://", the built-in mock server answers. If it is empty, every request fails with
+  /// `kNetworkError`. Only the default network client uses it.
   std::string server_base_url{};
-  /// File that keeps the generated device identifier when the machine offers no stable property.
-  /// UTF-8 on every platform. Every `Init` publishes it for the whole process, also when empty.
+  /// The file in which a generated device identifier is kept, for machines whose GUID and name
+  /// cannot be read. UTF-8, also on Windows. Every `Init` sets it for the whole process, even if it
+  /// is empty.
   std::string fallback_device_id_path{};
-  /// Receives the library's log lines; null keeps the registry's logger. Without `services` a
-  /// logger makes `Init` start from new default services.
+  /// Receives the library's log lines. If it is null, the logger of the registry is used. If it is
+  /// set and `services` is not, `Init` makes new default services.
   std::shared_ptr<ILogger> logger{};
-  /// The host's own services; empty members are filled with the defaults. Null keeps the facade's.
+  /// The host's own services; `Init` fills empty members with the defaults. If it is null, the
+  /// facade keeps the services that it has.
   std::shared_ptr<ServiceRegistry> services{};
 };
 

@@ -12,16 +12,16 @@
 
 namespace korvixsdk {
 
-/// Makes registries and core services filled with the defaults. No state; any thread; never blocks.
+/// Makes the default services. It has no state, may be called from any thread and never blocks.
 class SdkFactory {
  public:
-  /// A new registry in which every member holds its default object. A host decorates a default by
-  /// taking it out, wrapping it, and putting the wrapper in its place. The network client is the
-  /// one exception: `Init` hands the service's address only to the default client itself, so wrap
-  /// that one after `Init`, and mind that a later `Init` does not change the wrapped one's address.
+  /// Makes a new registry in which every member is the default. To change what a default does, take
+  /// it out, wrap it in a service of your own, and put that into its place. The network client is
+  /// different: `Init` gives the address of the service only to the default client, and not to a
+  /// wrapper. So wrap it after `Init`; a later `Init` then does not change its address.
   KORVIXSDK_API static std::shared_ptr<ServiceRegistry> CreateDefaultServices();
 
-  /// The core service of a new default registry. The service keeps that registry alive.
+  /// Makes a new default registry and returns its core service, which keeps the registry alive.
   KORVIXSDK_API static std::shared_ptr<IClientService> CreateClientService();
 };
 

@@ -9,18 +9,19 @@
 
 namespace korvixsdk {
 
-/// The service's answer to an install report. A rejection by the service is a successful call whose
-/// `success` is false.
+/// The service's answer to an install report. If the service rejects the report, the call itself
+/// succeeds, and `success` is false.
 struct ServerResult {
   /// The service accepted the report.
   bool success = false;
   /// The service's own status code: 400 and 401 mean accepted. Not an HTTP status.
   std::int32_t code = 0;
-  /// The service's text, or a default text where it sent none.
+  /// The service's text, or a default text if it sent none.
   std::string message{};
-  /// The service's accept flag.
+  /// The flag with which the service accepts.
   bool allowed = false;
-  /// The service's clock, seconds since 1970-01-01 UTC; the local clock where it sent none.
+  /// The time of the service, in seconds since 1970-01-01 UTC, or of this machine if the service
+  /// sent none.
   std::int64_t server_time = 0;
 };
 

@@ -18,32 +18,33 @@
 
 namespace korvixsdk {
 
-/// The services that the library works with; null means unset.
+/// The services that the library works with; null means that one is not set.
 ///
-/// A host that puts its own registry into `SDKConfig::services` sets the members it wants to
-/// replace; `KorvixSDK::Init` fills the others with the defaults and never replaces one that is
-/// set, but for `logger` when `SDKConfig::logger` is set too.
+/// To replace services, make a registry, set those members, and put it into `SDKConfig::services`.
+/// `KorvixSDK::Init` fills the other members with the defaults. It never replaces a member that is
+/// set, except `logger` if `SDKConfig::logger` is set, too.
 ///
-/// Ownership: the default core service and the default package service hold a strong reference to
-/// the registry that owns them. A filled registry therefore lives until the process ends, or until
-/// the host resets `client_service` and `update_package_service`.
+/// Ownership: the default core service and the default package service hold shared pointers to the
+/// registry, and the registry holds them. So once it is filled, a registry lives until the process
+/// ends, or until the host resets `client_service` and `update_package_service`.
 ///
-/// Two facades that are given one registry share its core service, and with it configuration and
-/// last error: give each its own.
+/// Give each facade a registry of its own: with the same registry two facades have the same core
+/// service, and so the same configuration and the same last error.
 ///
-/// Exceptions: a service answers with values and should not throw. Where one does, nothing leaves
-/// the library. The operation fails with `kInvalidState`; the message is the service's name
-/// ("File system service", "Crypto provider", "Device id provider", "Network client",
-/// "Update policy", "Update package service" or "Client service") and " threw an exception",
-/// followed, where it is a std::exception, by ": " and its `what()`. It is kept and logged like
-/// every other failure of that operation. An update check goes on without an identifier, as it does
-/// whenever the provider fails. A logger that throws loses the line, and nothing else changes.
+/// Exceptions: a service should return its failures and not throw. If it throws all the same, the
+/// exception does not leave the library. The operation fails with `kInvalidState`; the message is
+/// the service's name ("File system service", "Crypto provider", "Device id provider",
+/// "Network client", "Update policy", "Update package service" or "Client service") and
+/// " threw an exception", followed by ": " and its `what()` if it is a std::exception. It is kept
+/// and logged like every other failure of that operation. Two cases are different: an update check
+/// goes on without an identifier, as always when the provider fails, and if the logger throws, only
+/// that line is lost.
 ///
-/// Threads: no lock. Do not change a registry while a facade that uses it is in a call.
+/// Threads: there are no locks. Do not change a registry while a facade that uses it is in a call.
 struct ServiceRegistry {
   /// Default: drops every line.
   std::shared_ptr<ILogger> logger{};
-  /// Default: the system clock. Must be there, and is never asked.
+  /// Default: the system clock. Must be set, but is never called.
   std::shared_ptr<ITimeProvider> time_provider{};
   /// Default: the file system.
   std::shared_ptr<IFileSystemProvider> file_system{};
@@ -55,9 +56,9 @@ struct ServiceRegistry {
   std::shared_ptr<INetworkClient> network_client{};
   /// Default: numeric comparison of dotted versions.
   std::shared_ptr<IUpdatePolicy> update_policy{};
-  /// Default: libcurl download, SHA-256 check, detached start.
+  /// Default: download with libcurl, SHA-256 check, start of the updater.
   std::shared_ptr<IUpdatePackageService> update_package_service{};
-  /// Default: the core service, built last, from this very registry.
+  /// Default: the core service, which is made last and uses this registry.
   std::shared_ptr<IClientService> client_service{};
 };
 

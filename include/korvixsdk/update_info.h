@@ -8,29 +8,31 @@
 
 namespace korvixsdk {
 
-/// The outcome of an update check and the input of the preparation of a package. The texts are the
-/// service's, as received.
+/// What `CheckForUpdate` returns and `PrepareUpdate` takes. The texts are those of the service,
+/// unchanged.
 struct UpdateInfo {
-  /// A version newer than the host's is offered, or the host is below the supported minimum.
+  /// The service offers a version that is newer than the host, or the host is older than the oldest
+  /// supported version.
   bool has_update = false;
-  /// The update is mandatory: the service says so, or the host is below the supported minimum.
-  /// Means nothing without `has_update`.
+  /// The update is mandatory: the service says so, or the host is older than the oldest supported
+  /// version. Has no meaning if `has_update` is false.
   bool force_update = false;
   /// The offered version.
   std::string latest_version{};
   /// The oldest version that the service still supports.
   std::string min_supported_version{};
-  /// Release time of the offered version, as the service wrote it.
+  /// The release time of the offered version, as the service wrote it.
   std::string publish_time{};
   /// Release notes.
   std::string update_content{};
-  /// Address of the package. "mock://" addresses are answered from built-in payloads.
+  /// The address of the package. For addresses that begin with "mock://" the library has packages
+  /// of its own.
   std::string download_url{};
-  /// Expected SHA-256 of the package, 64 lowercase hexadecimal digits. Empty skips the comparison;
-  /// an uppercase digest never matches.
+  /// The expected SHA-256 of the package, 64 lowercase hexadecimal digits. If it is empty, nothing
+  /// is compared. Uppercase digits never match.
   std::string sha256{};
-  /// Why the service rejected the request, or a text of the library's own; empty otherwise. A reply
-  /// that rejects may still offer a version, so look at both.
+  /// Says why the service rejected the request, or is a text of the library's own; otherwise empty.
+  /// A reply that rejects the request may offer a version all the same, so look at both.
   std::string message{};
 };
 

@@ -13,20 +13,20 @@
 
 namespace korvixsdk {
 
-/// Downloads and verifies a package and starts the host's updater on it.
+/// Downloads a package, verifies it, and starts the host's updater with it.
 ///
-/// The default implementation holds the whole package in memory and takes no lock; two threads that
-/// prepare the same address at once write the same file. Exceptions:
-/// see `ServiceRegistry`.
+/// The default implementation keeps the whole package in memory. It has no locks: two threads that
+/// prepare the same address at the same time write the same file. Exceptions: see
+/// `ServiceRegistry`.
 class IUpdatePackageService {
  public:
   virtual ~IUpdatePackageService() = default;
 
-  /// Downloads `info.download_url` into the folder "updates" under `cache_dir` and compares its
-  /// SHA-256 with `info.sha256`; an empty `info.sha256` skips the comparison. The file is named
-  /// after what follows the address's last slash, up to a question mark ("update_package.bin" where
-  /// nothing does). The name is not cleaned: on Windows one with backslashes or a drive leads out
-  /// of the folder, so the service's addresses must be trusted.
+  /// Downloads `info.download_url` into the folder "updates" in `cache_dir`. Then compares its
+  /// SHA-256 with `info.sha256`, unless that is empty. The name of the file is what follows the
+  /// last slash of the address, up to a question mark, or "update_package.bin" if that is nothing.
+  /// The name is not checked: on Windows a name with backslashes or a drive leads out of the
+  /// folder, so the host must be able to trust the service's addresses.
   ///
   /// \return the package, or
   ///   `kInvalidArgument` "UpdateInfo.download_url must not be empty";
@@ -35,22 +35,24 @@ class IUpdatePackageService {
   ///   "Update download failed: " + libcurl's text,
   ///   "Update download returned HTTP status " + status, "Mock update download is offline";
   ///   the file system's or the crypto provider's error, unchanged;
-  ///   `kHashMismatch` "Downloaded update package sha256 mismatch", in which case the value is
-  ///   filled (both flags false) and the file stays in place.
-  /// Blocks for the transfer (at most 30 seconds, or until the system's resolver gives up, see
-  /// `INetworkClient`; on Linux without a limit for a "file:" address), then on the disk.
+  ///   `kHashMismatch` "Downloaded update package sha256 mismatch"; the value is then filled, with
+  ///   both flags false, and the file stays.
+  /// Blocks until the package is there (30 seconds at most, or until the system's resolver gives
+  /// up, see `INetworkClient`; on Linux without a limit for a "file:" address), and then until it
+  /// is on the disk.
   virtual Result<PreparedUpdate> Prepare(const UpdateInfo& info, const std::string& cache_dir) = 0;
 
-  /// Starts `updater_path` with the package's path as its only argument and returns at once; the
-  /// updater is never waited for. Paths that begin with "mock://launch-ok" or "mock://launch-fail"
-  /// select that outcome without starting anything.
+  /// Starts `updater_path` with the path of the package as its only argument. Returns at once, and
+  /// nobody waits for the end of the updater. If the path begins with "mock://launch-ok" or
+  /// "mock://launch-fail", nothing is started, and the operation succeeds or fails.
   ///
-  /// The updater starts in the host's working directory with its environment; on Linux it gets a
-  /// session of its own and the host's standard streams. Pass an absolute path: a relative one is
-  /// looked for in the working directory, but Windows starts one beside the host's program first.
+  /// The updater has the working directory and the environment of the host; on Linux it has a
+  /// session of its own and the standard streams of the host. Use an absolute path: the library
+  /// looks for a relative one in the working directory, but Windows first looks for it beside the
+  /// host's program.
   ///
-  /// \param prepared `ready` and `package_path` are read.
-  /// \param updater_path narrow text, handed to the operating system as it is.
+  /// \param prepared only `ready` and `package_path` are used.
+  /// \param updater_path narrow text, which is passed to the operating system unchanged.
   /// \return success, or
   ///   `kInvalidArgument` "Prepared update is not ready", "updater_path must not be empty";
   ///   `kInvalidState` "Mock updater launch failed", "File system service is not configured",

@@ -16,9 +16,9 @@ class IUpdatePolicy {
 
   /// True when `candidate_version` is strictly newer than `current_version`.
   ///
-  /// The default compares dot-separated decimal components as numbers, a missing one counting as
-  /// zero ("1.2" equals "1.2.0"). A text with anything but digits and single dots between them, or
-  /// with a component above 2147483647, is not a version; then the answer is false.
+  /// The default compares the numbers between the dots, from left to right. A missing number counts
+  /// as zero: "1.2" equals "1.2.0". A text that contains anything but digits and single dots
+  /// between them, or a number above 2147483647, is not a version; then the answer is false.
   virtual bool IsNewerVersion(const std::string& current_version,
                               const std::string& candidate_version) = 0;
 };
