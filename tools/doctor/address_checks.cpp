@@ -5,11 +5,10 @@
 #include <memory>
 
 #include "doctor/verdicts.h"
+#include "platform/mock_addresses.h"
 
 namespace doctor {
 namespace {
-
-constexpr char kMockScheme[] = "mock://";
 
 struct CurlUrlCleanup {
   void operator()(CURLU* url) const { curl_url_cleanup(url); }
@@ -145,15 +144,14 @@ Check TlsPassed(const Connection& connection, bool tls) {
 
 }  // namespace
 
-bool IsMockAddress(const std::string& address) { return address.rfind(kMockScheme, 0) == 0; }
-
 std::string SchemeOf(const std::string& address) {
   return ParsedUrl(address).Part(CURLUPART_SCHEME);
 }
 
 Check CheckBaseAddress(const std::string& address) {
   const char* const id = "address.form";
-  if (IsMockAddress(address)) return Pass(id, "the mock server, which is inside the library");
+  if (korvixsdk::IsMockUrl(address))
+    return Pass(id, "the mock server, which is inside the library");
   Findings findings;
   const ParsedUrl url(address);
   if (!CheckHttpUrl(url, findings)) return findings.As(id, {});
@@ -170,7 +168,7 @@ Check CheckBaseAddress(const std::string& address) {
 
 Check CheckPackageAddress(const std::string& address, const std::string& base) {
   const char* const id = "package.address";
-  if (IsMockAddress(address)) return Pass(id, "a payload that is inside the library");
+  if (korvixsdk::IsMockUrl(address)) return Pass(id, "a payload that is inside the library");
   Findings findings;
   const ParsedUrl url(address);
   if (!CheckHttpUrl(url, findings)) return findings.As(id, {});

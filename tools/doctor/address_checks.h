@@ -9,9 +9,6 @@
 
 namespace doctor {
 
-/// Whether the library itself answers for this address, without a network.
-bool IsMockAddress(const std::string& address);
-
 /// "https" and the like in small letters; empty for what is no address.
 std::string SchemeOf(const std::string& address);
 

@@ -1,8 +1,9 @@
 #include "doctor/exchange.h"
 
 #include <exception>
-#include <memory>
 #include <string_view>
+
+#include "network/curl_handle.h"
 
 namespace doctor {
 namespace {
@@ -11,20 +12,10 @@ constexpr long kConnectSeconds = 10;
 /// Room for the handshake behind the connection.
 constexpr long kConnectAndHandshakeSeconds = 20;
 
-struct CurlCleanup {
-  void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
-};
-using CurlHandle = std::unique_ptr<CURL, CurlCleanup>;
-
-struct CurlFree {
-  void operator()(char* text) const { curl_free(text); }
-};
-using CurlText = std::unique_ptr<char, CurlFree>;
-
 /// A handle with the options that all transfers have, and its error text.
 class Transfer {
  public:
-  explicit Transfer(const std::string& url) : handle_(curl_easy_init()) {
+  explicit Transfer(const std::string& url) : handle_(korvixsdk::MakeCurlHandle()) {
     // libcurl takes C strings: an address with a zero byte would silently be a shorter one.
     if (!handle_) code_ = CURLE_FAILED_INIT;
     if (url.find('\0') != std::string::npos) code_ = CURLE_URL_MALFORMAT;
@@ -72,16 +63,13 @@ class Transfer {
   }
 
  private:
-  CurlHandle handle_;
+  korvixsdk::CurlHandle handle_;
   CURLcode code_ = CURLE_OK;
   char error_text_[CURL_ERROR_SIZE] = {};
 };
 
-std::size_t CollectBody(char* data, std::size_t size, std::size_t count, void* body) noexcept try {
-  static_cast<std::string*>(body)->append(data, size * count);
-  return size * count;
-} catch (const std::exception&) {
-  return 0;
+std::size_t CollectBody(char* data, std::size_t size, std::size_t count, void* body) noexcept {
+  return korvixsdk::AppendBlock(data, size * count, *static_cast<std::string*>(body));
 }
 
 /// libcurl itself decides which variable counts and whom no_proxy leaves out, and tells in its
@@ -151,21 +139,6 @@ Exchange Get(const std::string& url, long connect_seconds, long seconds) {
   exchange.final_url = transfer.TextInfo(CURLINFO_EFFECTIVE_URL);
   exchange.milliseconds = Milliseconds(transfer.Info<curl_off_t>(CURLINFO_TOTAL_TIME_T, 0));
   return exchange;
-}
-
-std::string RequestUrl(std::string base, const std::string& path,
-                       const std::vector<std::pair<std::string, std::string>>& query) {
-  if (!base.empty() && base.back() == '/') base.pop_back();
-  std::string url = base + path;
-  char separator = '?';
-  for (const auto& [key, value] : query) {
-    url += separator + key + '=';
-    separator = '&';
-    if (value.empty()) continue;  // To libcurl a length of 0 means "up to the zero byte".
-    const CurlText encoded(curl_easy_escape(nullptr, value.data(), static_cast<int>(value.size())));
-    if (encoded) url += encoded.get();
-  }
-  return url;
 }
 
 }  // namespace doctor

@@ -4,8 +4,6 @@
 #include <curl/curl.h>
 
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace doctor {
 
@@ -49,10 +47,6 @@ struct Exchange {
 
 /// \param connect_seconds 0 for libcurl's own limit.
 Exchange Get(const std::string& url, long connect_seconds, long seconds);
-
-/// Base address, path and query, joined and encoded as the library does it.
-std::string RequestUrl(std::string base, const std::string& path,
-                       const std::vector<std::pair<std::string, std::string>>& query);
 
 }  // namespace doctor
 

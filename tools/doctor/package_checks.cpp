@@ -7,6 +7,7 @@
 #include "doctor/exchange.h"
 #include "doctor/folder.h"
 #include "doctor/verdicts.h"
+#include "platform/mock_addresses.h"
 
 namespace doctor {
 namespace {
@@ -106,7 +107,8 @@ Check CheckByLibrary(Subject& subject, const UpdateInfo& offer) {
 /// Why there is nothing to look at; empty when there is.
 std::string WhyNot(const Subject& subject, const UpdateInfo& offer) {
   if (offer.download_url.empty()) return "no package is offered";
-  if (IsMockAddress(subject.options.config.server_base_url) && !subject.options.package_url) {
+  if (korvixsdk::IsMockUrl(subject.options.config.server_base_url) &&
+      !subject.options.package_url) {
     return "the mock server's package address is an example; --package-url names another";
   }
   return {};
@@ -128,7 +130,7 @@ void CheckPackage(Subject& subject, UpdateInfo offer, Checklist& checklist) {
   checklist.Add(CheckPackageAddress(address, subject.options.config.server_base_url));
   checklist.Add(CheckPackageName(address));
   const bool bad_address = checklist.Failed({"package.address"});
-  if (bad_address || IsMockAddress(address)) {
+  if (bad_address || korvixsdk::IsMockUrl(address)) {
     checklist.AddNotTried({"package.request", "package.length", "package.digest"},
                           bad_address ? "the address is no package's" : kMockReason);
   } else {

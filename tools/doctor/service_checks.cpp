@@ -8,6 +8,8 @@
 #include "doctor/system.h"
 #include "doctor/verdicts.h"
 #include "network/update_check_endpoint.h"
+#include "network/url.h"
+#include "platform/mock_addresses.h"
 
 namespace doctor {
 namespace {
@@ -51,7 +53,7 @@ Check CheckExchange(const char* id, const std::string& url, const Exchange& exch
 /// False when the service cannot be asked.
 bool CheckAddress(const std::string& address, Checklist& checklist) {
   checklist.Add(CheckBaseAddress(address));
-  if (IsMockAddress(address)) {
+  if (korvixsdk::IsMockUrl(address)) {
     checklist.AddNotTried({"address.proxy", "address.name", "address.connection", "address.tls"},
                           kMockReason);
     return false;
@@ -71,10 +73,11 @@ bool CheckAddress(const std::string& address, Checklist& checklist) {
 
 void CheckInstallByDoctor(const Subject& subject, Checklist& checklist) {
   const korvixsdk::SDKConfig& config = subject.options.config;
-  const std::string url = RequestUrl(config.server_base_url, kInstallPath,
-                                     {{"product_id", config.product_id},
-                                      {"device_id", subject.device_id},
-                                      {"version", config.version}});
+  const std::string url = korvixsdk::BuildUrl(config.server_base_url, kInstallPath,
+                                              {{"product_id", config.product_id},
+                                               {"device_id", subject.device_id},
+                                               {"version", config.version}})
+                              .value;
   const Exchange exchange = Get(url, kConnectSeconds, kSeconds);
   checklist.Add(CheckExchange("install.request", url, exchange));
   if (checklist.Failed({"install.request"})) {
@@ -105,10 +108,11 @@ Check CheckInstallByLibrary(Subject& subject, const Checklist& checklist) {
 
 UpdateInfo CheckUpdateByDoctor(const Subject& subject, Checklist& checklist) {
   const korvixsdk::SDKConfig& config = subject.options.config;
-  const std::string url = RequestUrl(config.server_base_url, kUpdatePath,
-                                     {{"product_id", config.product_id},
-                                      {"version", config.version},
-                                      {"device_id", subject.device_id}});
+  const std::string url = korvixsdk::BuildUrl(config.server_base_url, kUpdatePath,
+                                              {{"product_id", config.product_id},
+                                               {"version", config.version},
+                                               {"device_id", subject.device_id}})
+                              .value;
   const Exchange exchange = Get(url, kConnectSeconds, kSeconds);
   checklist.Add(CheckExchange("update.request", url, exchange));
   if (checklist.Failed({"update.request"})) {
@@ -182,7 +186,7 @@ UpdateInfo CheckUpdate(Subject& subject, bool reachable, const char* why_not,
 
 UpdateInfo CheckService(Subject& subject, Checklist& checklist) {
   const std::string& address = subject.options.config.server_base_url;
-  const bool mock = IsMockAddress(address);
+  const bool mock = korvixsdk::IsMockUrl(address);
   const bool reachable = CheckAddress(address, checklist);
   const char* const why_not = mock ? kMockReason : "the service cannot be reached";
   const char* const why_not_library = subject.initialised ? why_not : kNoFacade;
