@@ -1,6 +1,6 @@
 # Run by CPack between installing and packing: the debug symbols go into a file of their own beside
-# the library, programs keep none, and nothing keeps the time at which it was built, so that the
-# same sources give the same archive.
+# the library, programs keep none, the code of others inside is described, and nothing keeps the time
+# at which it was built, so that the same sources give the same archive.
 set(folder ${CPACK_TEMPORARY_INSTALL_DIRECTORY})
 set(library ${folder}/${CPACK_KORVIXSDK_LIBRARY})
 
@@ -17,6 +17,16 @@ if(CPACK_KORVIXSDK_OBJCOPY)
     run(${CPACK_KORVIXSDK_STRIP} ${program})
   endforeach()
 endif()
+
+run(${CPACK_KORVIXSDK_SOURCES}/packaging/archive/describe
+    --folder ${folder}
+    --shipped ${CPACK_KORVIXSDK_BUILD}/shipped.txt
+    --build ${CPACK_KORVIXSDK_BUILD}
+    --sources ${CPACK_KORVIXSDK_SOURCES}
+    --archive ${CPACK_PACKAGE_FILE_NAME}
+    --version ${CPACK_PACKAGE_VERSION}
+    --company ${CPACK_KORVIXSDK_COMPANY}
+    --ninja ${CPACK_KORVIXSDK_NINJA})
 
 set(time 0)
 if(DEFINED ENV{SOURCE_DATE_EPOCH})
