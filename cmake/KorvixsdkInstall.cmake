@@ -9,10 +9,14 @@ install(
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/korvixsdk ${PROJECT_BINARY_DIR}/include/korvixsdk
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/SECURITY.md
-              ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${PROJECT_SOURCE_DIR}/LICENSE
+              ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${PROJECT_SOURCE_DIR}/CONTRIBUTING.md
+              ${PROJECT_SOURCE_DIR}/LICENSE
         DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${CMAKE_INSTALL_DOCDIR}
         PATTERN Doxyfile EXCLUDE)
+# With which hosts of the DLL are built on Linux.
+install(FILES ${PROJECT_SOURCE_DIR}/cmake/mingw-w64-x86_64.cmake
+        DESTINATION ${CMAKE_INSTALL_DOCDIR}/cmake)
 # Each builds there by itself. Programs are named, as what a clone's files may differs from one
 # machine to the next.
 install(

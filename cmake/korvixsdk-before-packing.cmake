@@ -18,6 +18,13 @@ if(CPACK_KORVIXSDK_OBJCOPY)
   endforeach()
 endif()
 
+# Documents lie on top, where they are looked for, and where what they point to lies as in the sources.
+file(GLOB documents ${folder}/${CPACK_KORVIXSDK_DOCUMENTS}/*)
+file(COPY ${documents} DESTINATION ${folder})
+file(REMOVE_RECURSE ${folder}/share)
+# The notices have it.
+file(REMOVE ${folder}/curl-COPYING)
+
 run(${CPACK_KORVIXSDK_SOURCES}/packaging/archive/describe
     --folder ${folder}
     --shipped ${CPACK_KORVIXSDK_BUILD}/shipped.txt
