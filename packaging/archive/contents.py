@@ -56,6 +56,8 @@ def linked_files(link_map):
     """(file, member or None) of everything that has bytes in what the linker made."""
     section = re.compile(r"^(?: \S+)?\s+0x([0-9a-f]+)\s+0x([0-9a-f]+) (\S.*?)(?:\(([^()]+)\))?$")
     found = set()
+    if not link_map.is_file():
+        raise Unknown(f"the linker left no {link_map}")
     for line in link_map.read_text(errors="replace").splitlines():
         match = section.match(line)
         if match and int(match[1], 16) and int(match[2], 16):
@@ -135,7 +137,10 @@ class Machine:
     def components_in(self, link_map):
         files = self.files_in(link_map)
         owners = owners_of(files)
-        return {c for c in (self.component_of(file, owners.get(file)) for file in files) if c}
+        found = {self.component_of(file, owners.get(file)) for file in files} - {None}
+        # Packages that come from one source may each have a copy of its terms.
+        return set({(c.kind, c.version, c.terms.read_bytes()): c
+                    for c in sorted(found, key=lambda c: c.package)}.values())
 
     def component_of(self, file, package):
         if package is None:
