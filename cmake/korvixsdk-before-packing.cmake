@@ -31,7 +31,7 @@ run(${CPACK_KORVIXSDK_SOURCES}/packaging/archive/describe
     --build ${CPACK_KORVIXSDK_BUILD}
     --sources ${CPACK_KORVIXSDK_SOURCES}
     --archive ${CPACK_PACKAGE_FILE_NAME}
-    --version ${CPACK_PACKAGE_VERSION}
+    --version ${CPACK_KORVIXSDK_VERSION}
     --company ${CPACK_KORVIXSDK_COMPANY}
     --ninja ${CPACK_KORVIXSDK_NINJA})
 
