@@ -5,7 +5,7 @@
 #include <string>
 
 #include "host/hostile_service.h"
-#include "unit/record_equality.h"
+#include "support/record_equality.h"
 
 namespace korvixsdk::test {
 namespace {

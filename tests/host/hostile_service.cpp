@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "support/host_config.h"
-#include "unit/record_equality.h"
+#include "support/record_equality.h"
 
 namespace korvixsdk::test {
 namespace {

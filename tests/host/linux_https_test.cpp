@@ -8,7 +8,7 @@
 #include "host/linux_https_server.h"
 #include "support/child_process.h"
 #include "support/host_config.h"
-#include "unit/record_equality.h"
+#include "support/record_equality.h"
 
 // Run by the script https-certificates, which makes the certificates; the suite TrustedHttps where
 // their authority is trusted.

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host/hostile_service.h"
-#include "unit/record_equality.h"
+#include "support/record_equality.h"
 
 namespace korvixsdk::test {
 namespace {

@@ -6,8 +6,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "support/record_equality.h"
 #include "support/recording_logger.h"
-#include "unit/record_equality.h"
 
 namespace korvixsdk::test {
 namespace {

@@ -4,8 +4,8 @@
 
 #include "network/default_network_client.h"
 #include "platform/fallback_id_file.h"
+#include "support/record_equality.h"
 #include "unit/core/client_service_bench.h"
-#include "unit/record_equality.h"
 
 namespace korvixsdk::test {
 namespace {

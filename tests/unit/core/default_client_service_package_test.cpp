@@ -2,8 +2,8 @@
 
 #include "core/default_services.h"
 #include "support/host_config.h"
+#include "support/record_equality.h"
 #include "unit/core/client_service_bench.h"
-#include "unit/record_equality.h"
 
 namespace korvixsdk::test {
 namespace {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "core/default_update_policy.h"
+#include "support/record_equality.h"
 #include "unit/core/client_service_bench.h"
-#include "unit/record_equality.h"
 
 namespace korvixsdk::test {
 namespace {

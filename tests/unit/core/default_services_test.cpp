@@ -17,9 +17,9 @@
 #include "platform/system_time_provider.h"
 #include "support/fakes.h"
 #include "support/host_config.h"
+#include "support/record_equality.h"
 #include "support/recording_logger.h"
 #include "support/temp_folder.h"
-#include "unit/record_equality.h"
 #include "update/default_update_package_service.h"
 
 namespace korvixsdk::test {

@@ -9,9 +9,9 @@
 #include "platform/null_logger.h"
 #include "support/fakes.h"
 #include "support/host_config.h"
+#include "support/record_equality.h"
 #include "support/recording_logger.h"
 #include "support/temp_folder.h"
-#include "unit/record_equality.h"
 
 namespace korvixsdk::test {
 namespace {

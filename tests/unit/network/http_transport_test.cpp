@@ -8,9 +8,9 @@
 #include <thread>
 #include <vector>
 
+#include "support/record_equality.h"
 #include "support/scripted_server.h"
 #include "support/temp_folder.h"
-#include "unit/record_equality.h"
 
 namespace korvixsdk::test {
 namespace {

@@ -8,7 +8,7 @@
 #include "network/default_network_client.h"
 #include "platform/default_crypto_provider.h"
 #include "platform/mock_addresses.h"
-#include "unit/record_equality.h"
+#include "support/record_equality.h"
 
 namespace korvixsdk::test {
 namespace {

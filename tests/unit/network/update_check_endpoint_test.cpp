@@ -6,8 +6,8 @@
 #include <string>
 
 #include "network/default_network_client.h"
+#include "support/record_equality.h"
 #include "support/scripted_server.h"
-#include "unit/record_equality.h"
 
 namespace korvixsdk::test {
 namespace {

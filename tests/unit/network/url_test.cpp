@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "unit/record_equality.h"
+#include "support/record_equality.h"
 
 namespace korvixsdk::test {
 namespace {

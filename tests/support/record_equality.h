@@ -1,5 +1,5 @@
-#ifndef KORVIXSDK_TESTS_UNIT_RECORD_EQUALITY_H_
-#define KORVIXSDK_TESTS_UNIT_RECORD_EQUALITY_H_
+#ifndef KORVIXSDK_TESTS_SUPPORT_RECORD_EQUALITY_H_
+#define KORVIXSDK_TESTS_SUPPORT_RECORD_EQUALITY_H_
 
 #include <gtest/gtest.h>
 #include <korvixsdk/korvixsdk.h>
@@ -48,4 +48,4 @@ std::ostream& operator<<(std::ostream& stream, const Record& record) {
 
 }  // namespace korvixsdk
 
-#endif  // KORVIXSDK_TESTS_UNIT_RECORD_EQUALITY_H_
+#endif  // KORVIXSDK_TESTS_SUPPORT_RECORD_EQUALITY_H_
