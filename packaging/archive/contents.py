@@ -47,6 +47,11 @@ class Component:
     terms: Path
 
 
+def order(component):
+    """The same in every run."""
+    return component.kind.name, component.package, component.version
+
+
 def output(*command):
     return subprocess.run(command, stdout=subprocess.PIPE, text=True, check=True,
                           env={**os.environ, "LC_ALL": "C.UTF-8"}).stdout
