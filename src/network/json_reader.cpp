@@ -63,7 +63,7 @@ class PlainCharacters {
 };
 constexpr PlainCharacters kIsPlain;
 
-/// Five members are wanted of an object whose form is known, so there is no tree: what is not
+/// A few members are wanted of an object whose form is known, so there is no tree: what is not
 /// wanted is checked, as a text that is no JSON further on is not to be trusted before.
 ///
 /// Every Parse function takes where it begins in the text and answers where it ended, or null when

@@ -132,12 +132,14 @@ ResponseEnvelope Masked(ResponseEnvelope envelope) {
 }
 
 void CheckSame(const ResponseEnvelope& read, const ResponseEnvelope& expected) {
-  Check(read.accepted == expected.accepted, "accepted as the independent parser says");
-  Check(read.code == expected.code, "code");
-  Check(read.allowed == expected.allowed, "allowed");
-  Check(read.success == expected.success, "success");
-  Check(read.msg == expected.msg, "msg");
-  Check(read.server_time == expected.server_time, "server_time");
+  // Does not compile when the reader learns a member that is not known in here.
+  const auto& [accepted, code, allowed, success, msg, server_time] = read;
+  Check(accepted == expected.accepted, "accepted as the independent parser says");
+  Check(code == expected.code, "code");
+  Check(allowed == expected.allowed, "allowed");
+  Check(success == expected.success, "success");
+  Check(msg == expected.msg, "msg");
+  Check(server_time == expected.server_time, "server_time");
 }
 
 }  // namespace

@@ -10,28 +10,32 @@
 
 /// Equality and printing of the public records, so that a test compares a whole record at once and
 /// a failure shows every field. In the records' own namespace, where EXPECT_EQ looks for them.
+/// Bindings name the fields, as those do not compile when a record has one more.
 namespace korvixsdk {
 
-inline auto Fields(const Error& error) { return std::tie(error.code, error.message); }
+inline auto Fields(const Error& error) {
+  const auto& [code, message] = error;
+  return std::tie(code, message);
+}
 
 inline auto Fields(const UpdateInfo& info) {
-  return std::tie(info.has_update, info.force_update, info.latest_version,
-                  info.min_supported_version, info.publish_time, info.update_content,
-                  info.download_url, info.sha256, info.message);
+  const auto& [update, force, latest, minimum, time, content, url, sha256, message] = info;
+  return std::tie(update, force, latest, minimum, time, content, url, sha256, message);
 }
 
 inline auto Fields(const PreparedUpdate& prepared) {
-  return std::tie(prepared.ready, prepared.sha256_verified, prepared.download_url,
-                  prepared.expected_sha256, prepared.actual_sha256, prepared.package_path,
-                  prepared.reserved, prepared.message);
+  const auto& [ready, verified, url, expected, actual, path, reserved, message] = prepared;
+  return std::tie(ready, verified, url, expected, actual, path, reserved, message);
 }
 
 inline auto Fields(const ServerResult& result) {
-  return std::tie(result.success, result.code, result.message, result.allowed, result.server_time);
+  const auto& [success, code, message, allowed, server_time] = result;
+  return std::tie(success, code, message, allowed, server_time);
 }
 
 inline auto Fields(const UpdateCheckRequest& request) {
-  return std::tie(request.product_id, request.version, request.device_id);
+  const auto& [product_id, version, device_id] = request;
+  return std::tie(product_id, version, device_id);
 }
 
 template <typename Record, typename = decltype(Fields(std::declval<const Record&>()))>
