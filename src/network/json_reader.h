@@ -9,8 +9,8 @@
 namespace korvixsdk {
 
 /// The members of a service reply that the library knows; each is absent unless the reply held it.
-/// The doctor's checks of an install reply, the reader's fuzz harness with its dictionary, the peers
-/// in bench/speed and the table in docs/service.md know them, too.
+/// The doctor's checks of an install reply, the reader's fuzz harness with its dictionary, the
+/// peers in bench/speed and the table in docs/service.md know them, too.
 struct ResponseEnvelope {
   /// The whole text is one JSON object and its known members have their required forms. Otherwise
   /// nothing is present.
