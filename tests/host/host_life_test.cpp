@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "support/host_config.h"
+#include "support/mock_package.h"
 #include "support/recording_logger.h"
 #include "support/scripted_server.h"
 #include "support/temp_folder.h"
@@ -20,14 +21,12 @@ namespace korvixsdk {
 namespace {
 
 using test::HostConfig;
+using test::kMockPackage;
+using test::kMockPackageDigest;
 using test::RequestLine;
 using test::Script;
 using test::ScriptedServer;
 using test::TempFolder;
-
-constexpr char kPackageBytes[] = "mock update package payload";
-constexpr char kPackageDigest[] =
-    "25967fb5be05c8fdc451e754115e0e99fe165398e585b480b59a5c69428b1e16";
 
 TEST(HostLife, RunsWholeWithTheMockServer) {
   const TempFolder folder;
@@ -97,10 +96,10 @@ TEST(HostLife, SpeaksToTheServiceAsDocumented) {
 
 TEST(HostLife, DownloadsVerifiesAndStartsTheUpdater) {
   const TempFolder folder;
-  ScriptedServer packages(Script::Response(200, kPackageBytes));
+  ScriptedServer packages(Script::Response(200, kMockPackage));
   ScriptedServer server(Script::Response(
       200, R"({"code":400,"version":"2.0.0","download_url":")" + packages.address() +
-               R"(/editor 2.pkg?x=1","sha256":")" + kPackageDigest + R"("})"));
+               R"(/editor 2.pkg?x=1","sha256":")" + kMockPackageDigest + R"("})"));
   KorvixSDK sdk;
   ASSERT_TRUE(sdk.Init(HostConfig(folder, server.address())).ok());
   Result<UpdateInfo> check = sdk.CheckForUpdate();
@@ -109,7 +108,7 @@ TEST(HostLife, DownloadsVerifiesAndStartsTheUpdater) {
   check.value.download_url.replace(check.value.download_url.find(' '), 1, "-");
   const Result<PreparedUpdate> prepared = sdk.PrepareUpdate(check.value);
   ASSERT_TRUE(prepared.ok()) << prepared.error.message;
-  EXPECT_EQ(test::FileBytes(folder.path() / "cache" / "updates" / "editor-2.pkg"), kPackageBytes);
+  EXPECT_EQ(test::FileBytes(folder.path() / "cache" / "updates" / "editor-2.pkg"), kMockPackage);
 
   ASSERT_TRUE(sdk.LaunchPreparedUpdate(prepared.value, KORVIXSDK_UPDATER).ok());
   const std::filesystem::path report = prepared.value.package_path + ".updater-report.txt";
@@ -120,7 +119,7 @@ TEST(HostLife, DownloadsVerifiesAndStartsTheUpdater) {
   }
   const std::string written = test::FileBytes(report);
   EXPECT_NE(written.find(prepared.value.package_path), std::string::npos) << written;
-  EXPECT_NE(written.find(kPackageDigest), std::string::npos) << written;
+  EXPECT_NE(written.find(kMockPackageDigest), std::string::npos) << written;
 }
 
 TEST(HostLife, ReportsUpdaterThatIsMissing) {
@@ -180,7 +179,7 @@ TEST(HostLife, HostDecoratesDefaultService) {
   UpdateInfo info;
   info.download_url = "mock://package-ok";
   EXPECT_TRUE(sdk.PrepareUpdate(info).ok());
-  EXPECT_EQ(files->written, (std::vector<std::string>{kPackageBytes}));
+  EXPECT_EQ(files->written, (std::vector<std::string>{kMockPackage}));
 }
 
 // void GiveEverythingBack(korvixsdk::SDKConfig config), as docs/embedding.md writes it.

@@ -9,6 +9,7 @@
 #include "processes/awaited_file.h"
 #include "processes/run_in_threads.h"
 #include "support/host_config.h"
+#include "support/mock_package.h"
 #include "support/recording_logger.h"
 #include "support/scripted_server.h"
 #include "support/temp_folder.h"
@@ -16,15 +17,13 @@
 namespace korvixsdk {
 namespace {
 
+using test::kMockPackage;
+using test::kMockPackageDigest;
 using test::RequestLine;
 using test::RunInThreads;
 using test::Script;
 using test::ScriptedServer;
 using test::TempFolder;
-
-constexpr char kPackageBytes[] = "mock update package payload";
-constexpr char kPackageDigest[] =
-    "25967fb5be05c8fdc451e754115e0e99fe165398e585b480b59a5c69428b1e16";
 
 /// Product, version and folder of its own for every life.
 SDKConfig Config(const TempFolder& folder, const std::string& life, const std::string& address) {
@@ -56,7 +55,7 @@ void LiveWithTheMockServer(SDKConfig config, const std::string& device_id) {
   check.value.download_url = "mock://package-ok";
   const Result<PreparedUpdate> prepared = sdk.PrepareUpdate(check.value);
   EXPECT_TRUE(prepared.ok()) << prepared.error.message;
-  EXPECT_EQ(test::FileBytes(prepared.value.package_path), kPackageBytes);
+  EXPECT_EQ(test::FileBytes(prepared.value.package_path), kMockPackage);
   EXPECT_TRUE(sdk.LaunchPreparedUpdate(prepared.value, "mock://launch-ok").ok());
   EXPECT_EQ(sdk.LaunchPreparedUpdate(prepared.value, "mock://launch-fail").code, kInvalidState);
   EXPECT_EQ(sdk.GetLastError(), "Mock updater launch failed");
@@ -96,23 +95,23 @@ void LiveWithTheService(const SDKConfig& config, const std::string& device_id) {
   EXPECT_TRUE(check.value.has_update) << check.error.message;
   const Result<PreparedUpdate> prepared = sdk.PrepareUpdate(check.value);
   EXPECT_TRUE(prepared.ok()) << prepared.error.message;
-  EXPECT_EQ(prepared.value.actual_sha256, kPackageDigest);
-  EXPECT_EQ(test::FileBytes(prepared.value.package_path), kPackageBytes);
+  EXPECT_EQ(prepared.value.actual_sha256, kMockPackageDigest);
+  EXPECT_EQ(test::FileBytes(prepared.value.package_path), kMockPackage);
 
   ASSERT_TRUE(sdk.LaunchPreparedUpdate(prepared.value, KORVIXSDK_UPDATER).ok());
   const std::string report =
       test::AwaitedBytes(prepared.value.package_path + ".updater-report.txt");
   EXPECT_NE(report.find("argument 1: " + prepared.value.package_path), std::string::npos) << report;
-  EXPECT_NE(report.find(kPackageDigest), std::string::npos) << report;
+  EXPECT_NE(report.find(kMockPackageDigest), std::string::npos) << report;
 }
 
 TEST(FacadesInThreads, LiveWithOneServiceAndStartTheirUpdaters) {
   constexpr std::size_t kThreads = 6;
   const TempFolder folder;
-  const ScriptedServer packages(Script::Response(200, kPackageBytes));
+  const ScriptedServer packages(Script::Response(200, kMockPackage));
   const ScriptedServer server(Script::Response(
       200, R"({"code":400,"allowed":true,"version":"2.0.0","download_url":")" + packages.address() +
-               R"(/editor.pkg","sha256":")" + kPackageDigest + R"("})"));
+               R"(/editor.pkg","sha256":")" + kMockPackageDigest + R"("})"));
   const std::string device_id = DeviceId(Config(folder, "0", server.address()));
   RunInThreads(kThreads, [&](std::size_t thread) {
     LiveWithTheService(Config(folder, std::to_string(thread), server.address()), device_id);

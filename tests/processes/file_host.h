@@ -5,10 +5,9 @@
 
 #include <string>
 
-namespace korvixsdk::test {
+#include "support/mock_package.h"
 
-/// What the built-in payload of "mock://" packages is.
-constexpr char kMockPackage[] = "mock update package payload";
+namespace korvixsdk::test {
 
 /// A host on a machine without any stable property: its identifier comes from the fallback file.
 class FileHost {

@@ -2,13 +2,12 @@
 
 #include "core/default_services.h"
 #include "support/host_config.h"
+#include "support/mock_package.h"
 #include "support/record_equality.h"
 #include "unit/core/client_service_bench.h"
 
 namespace korvixsdk::test {
 namespace {
-
-constexpr char kNormalDigest[] = "25967fb5be05c8fdc451e754115e0e99fe165398e585b480b59a5c69428b1e16";
 
 UpdateInfo Package(const std::string& download_url, const std::string& sha256 = "") {
   UpdateInfo info;
@@ -94,27 +93,27 @@ TEST(DefaultClientServicePrepareUpdate, KeepsTheLastErrorWhenNotInitialised) {
 
 TEST(DefaultClientServicePrepareUpdate, PreparesTheMockPackageInTheFolderUpdates) {
   DefaultBench bench;
-  const Result<PreparedUpdate> result =
-      bench.services->client_service->PrepareUpdate(Package("mock://package-ok", kNormalDigest));
+  const Result<PreparedUpdate> result = bench.services->client_service->PrepareUpdate(
+      Package("mock://package-ok", kMockPackageDigest));
   const std::string path = bench.PackagePath("package-ok");
   EXPECT_EQ(result.error, Error{});
-  EXPECT_EQ(result.value, (PreparedUpdate{true, true, "mock://package-ok", kNormalDigest,
-                                          kNormalDigest, path, "", ""}));
+  EXPECT_EQ(result.value, (PreparedUpdate{true, true, "mock://package-ok", kMockPackageDigest,
+                                          kMockPackageDigest, path, "", ""}));
   EXPECT_EQ(bench.logger->lines, (Lines{"info PrepareUpdate succeeded: " + path}));
 }
 
 TEST(DefaultClientServicePrepareUpdate, ReturnsPathAndDigestsAfterAHashMismatch) {
   DefaultBench bench;
-  const Result<PreparedUpdate> result =
-      bench.services->client_service->PrepareUpdate(Package("mock://package-alt", kNormalDigest));
+  const Result<PreparedUpdate> result = bench.services->client_service->PrepareUpdate(
+      Package("mock://package-alt", kMockPackageDigest));
   const std::string text = "Downloaded update package sha256 mismatch";
   EXPECT_EQ(result.error, (Error{kHashMismatch, text}));
   EXPECT_FALSE(result.value.ready);
   EXPECT_FALSE(result.value.sha256_verified);
   EXPECT_EQ(result.value.download_url, "mock://package-alt");
-  EXPECT_EQ(result.value.expected_sha256, kNormalDigest);
+  EXPECT_EQ(result.value.expected_sha256, kMockPackageDigest);
   EXPECT_EQ(result.value.actual_sha256.size(), 64u);
-  EXPECT_NE(result.value.actual_sha256, kNormalDigest);
+  EXPECT_NE(result.value.actual_sha256, kMockPackageDigest);
   EXPECT_EQ(result.value.package_path, bench.PackagePath("package-alt"));
   EXPECT_EQ(result.value.message, text);
   EXPECT_EQ(bench.logger->lines, (Lines{"warning PrepareUpdate failed: " + text}));

@@ -6,26 +6,20 @@
 #include <string>
 #include <vector>
 
+#include "support/recording_logger.h"
+
 namespace korvixsdk {
 namespace {
 
-class Keeper : public ILogger {
- public:
-  void LogDebug(const std::string& message) override { lines.push_back("debug " + message); }
-  void LogInfo(const std::string& message) override { lines.push_back("info " + message); }
-  void LogWarning(const std::string& message) override { lines.push_back("warning " + message); }
-  void LogError(const std::string& message) override { lines.push_back("error " + message); }
+using test::RecordingLogger;
 
-  std::vector<std::string> lines;
-};
-
-class Thrower : public Keeper {
+class Thrower : public RecordingLogger {
  public:
   void LogInfo(const std::string& /*message*/) override { throw std::runtime_error("no"); }
 };
 
 TEST(LogLine, HandsThePartsOnAsOneLineOfItsSeverity) {
-  Keeper logger;
+  RecordingLogger logger;
   LogInfo(&logger, {"a", "", "bc"});
   LogWarning(&logger, {"d", "e"});
   LogError(&logger, {std::string(100, 'f')});

@@ -10,6 +10,7 @@
 #include "platform/default_crypto_provider.h"
 #include "platform/default_file_system_provider.h"
 #include "support/fakes.h"
+#include "support/mock_package.h"
 #include "support/temp_folder.h"
 
 namespace korvixsdk {
@@ -18,11 +19,10 @@ namespace {
 using test::FakeCrypto;
 using test::FakeFileSystem;
 using test::FileBytes;
+using test::kMockPackage;
+using test::kMockPackageDigest;
 using test::TempFolder;
 
-constexpr char kPayload[] = "mock update package payload";
-constexpr char kPayloadDigest[] =
-    "25967fb5be05c8fdc451e754115e0e99fe165398e585b480b59a5c69428b1e16";
 constexpr char kMismatch[] = "Downloaded update package sha256 mismatch";
 
 UpdateInfo Offer(const std::string& url, const std::string& sha256 = "") {
@@ -75,16 +75,16 @@ class PackageServiceSteps : public testing::Test {
 };
 
 TEST_F(PackageService, PreparesPackageWithMatchingDigest) {
-  const auto prepared = Prepare(Offer("mock://package-ok", kPayloadDigest));
+  const auto prepared = Prepare(Offer("mock://package-ok", kMockPackageDigest));
   EXPECT_TRUE(prepared.ok());
   EXPECT_TRUE(prepared.value.ready);
   EXPECT_TRUE(prepared.value.sha256_verified);
   EXPECT_EQ(prepared.value.download_url, "mock://package-ok");
-  EXPECT_EQ(prepared.value.expected_sha256, kPayloadDigest);
-  EXPECT_EQ(prepared.value.actual_sha256, kPayloadDigest);
+  EXPECT_EQ(prepared.value.expected_sha256, kMockPackageDigest);
+  EXPECT_EQ(prepared.value.actual_sha256, kMockPackageDigest);
   EXPECT_EQ(prepared.value.reserved, "");
   EXPECT_EQ(prepared.value.message, "");
-  EXPECT_EQ(FileBytes(Package("package-ok")), kPayload);
+  EXPECT_EQ(FileBytes(Package("package-ok")), kMockPackage);
 }
 
 TEST_F(PackageService, PathLeadsToThePackageFile) {
@@ -93,28 +93,28 @@ TEST_F(PackageService, PathLeadsToThePackageFile) {
 }
 
 TEST_F(PackageService, MismatchReturnsFilledValueAndLeavesFile) {
-  const auto prepared = Prepare(Offer("mock://package-alt", kPayloadDigest));
+  const auto prepared = Prepare(Offer("mock://package-alt", kMockPackageDigest));
   EXPECT_EQ(prepared.error.code, kHashMismatch);
   EXPECT_EQ(prepared.error.message, kMismatch);
   EXPECT_FALSE(prepared.value.ready);
   EXPECT_FALSE(prepared.value.sha256_verified);
   EXPECT_EQ(prepared.value.download_url, "mock://package-alt");
-  EXPECT_EQ(prepared.value.expected_sha256, kPayloadDigest);
+  EXPECT_EQ(prepared.value.expected_sha256, kMockPackageDigest);
   EXPECT_EQ(prepared.value.actual_sha256.size(), 64u);
-  EXPECT_NE(prepared.value.actual_sha256, kPayloadDigest);
+  EXPECT_NE(prepared.value.actual_sha256, kMockPackageDigest);
   EXPECT_EQ(prepared.value.message, kMismatch);
   EXPECT_TRUE(std::filesystem::equivalent(prepared.value.package_path, Package("package-alt")));
   EXPECT_EQ(FileBytes(Package("package-alt")), "alternate mock update payload");
 }
 
 TEST_F(PackageService, UppercaseDigestNeverMatches) {
-  std::string upper = kPayloadDigest;
+  std::string upper = kMockPackageDigest;
   for (char& c : upper) c = static_cast<char>(std::toupper(c));
   EXPECT_EQ(Prepare(Offer("mock://package-ok", upper)).error.code, kHashMismatch);
 }
 
 TEST_F(PackageService, DigestWithWhiteSpaceNeverMatches) {
-  EXPECT_EQ(Prepare(Offer("mock://package-ok", std::string(kPayloadDigest) + " ")).error.code,
+  EXPECT_EQ(Prepare(Offer("mock://package-ok", std::string(kMockPackageDigest) + " ")).error.code,
             kHashMismatch);
 }
 
@@ -127,27 +127,27 @@ TEST_F(PackageService, EmptyDigestSkipsComparison) {
 }
 
 TEST_F(PackageService, OtherMockAddressesDifferInFileNameOnly) {
-  EXPECT_TRUE(Prepare(Offer("mock://any/thing.bin", kPayloadDigest)).ok());
-  EXPECT_EQ(FileBytes(Package("thing.bin")), kPayload);
+  EXPECT_TRUE(Prepare(Offer("mock://any/thing.bin", kMockPackageDigest)).ok());
+  EXPECT_EQ(FileBytes(Package("thing.bin")), kMockPackage);
 }
 
 TEST_F(PackageService, QueryIsNoPartOfTheFileName) {
   EXPECT_TRUE(Prepare(Offer("mock://host/pkg.bin?token=1")).ok());
   EXPECT_TRUE(Prepare(Offer("mock://host/dl?f=a/b.bin")).ok());
-  EXPECT_EQ(FileBytes(Package("pkg.bin")), kPayload);
-  EXPECT_EQ(FileBytes(Package("b.bin")), kPayload);
+  EXPECT_EQ(FileBytes(Package("pkg.bin")), kMockPackage);
+  EXPECT_EQ(FileBytes(Package("b.bin")), kMockPackage);
 }
 
 TEST_F(PackageService, ReplacesEarlierPackage) {
   std::filesystem::create_directories(Package("package-ok").parent_path());
   test::WriteBytes(Package("package-ok"), std::string(1000, 'o'));
-  EXPECT_TRUE(Prepare(Offer("mock://package-ok", kPayloadDigest)).ok());
-  EXPECT_EQ(FileBytes(Package("package-ok")), kPayload);
+  EXPECT_TRUE(Prepare(Offer("mock://package-ok", kMockPackageDigest)).ok());
+  EXPECT_EQ(FileBytes(Package("package-ok")), kMockPackage);
 }
 
 TEST_F(PackageService, ReportsPackageFileThatCannotBeOpened) {
   std::filesystem::create_directories(Package("package-ok"));
-  const auto prepared = Prepare(Offer("mock://package-ok", kPayloadDigest));
+  const auto prepared = Prepare(Offer("mock://package-ok", kMockPackageDigest));
   EXPECT_EQ(prepared.error.code, kFileSystemError);
   EXPECT_EQ(prepared.error.message.rfind("Failed to open file for write: ", 0), 0u);
   ExpectEmpty(prepared.value);
@@ -165,7 +165,7 @@ TEST_F(PackageService, ReportsCacheFolderWithZeroByte) {
 TEST_F(PackageService, ReportsFullDisk) {
   std::filesystem::create_directories(Package("package-ok").parent_path());
   std::filesystem::create_symlink("/dev/full", Package("package-ok"));
-  const auto prepared = Prepare(Offer("mock://package-ok", kPayloadDigest));
+  const auto prepared = Prepare(Offer("mock://package-ok", kMockPackageDigest));
   EXPECT_EQ(prepared.error.code, kFileSystemError);
   EXPECT_EQ(prepared.error.message, "Failed to write file: " + Package("package-ok").string());
   ExpectEmpty(prepared.value);
@@ -203,8 +203,8 @@ TEST_F(PackageServiceSteps, CreatesFolderThenWritesThenHashesTheBytesInMemory) {
   const std::string file = (std::filesystem::path("cache") / "updates" / "package-ok").string();
   EXPECT_EQ(files_->calls,
             (std::vector<std::string>{"CreateDirectories " + folder, "WriteFile " + file}));
-  EXPECT_EQ(files_->written, kPayload);
-  EXPECT_EQ(crypto_->hashed, (std::vector<std::string>{kPayload}));
+  EXPECT_EQ(files_->written, kMockPackage);
+  EXPECT_EQ(crypto_->hashed, (std::vector<std::string>{kMockPackage}));
   EXPECT_EQ(prepared.value.actual_sha256, "abc");
   EXPECT_EQ(prepared.value.package_path, file);
 }
